@@ -1,0 +1,16 @@
+// The LCD text message: address 10 00 00, data the text's 8-bit characters.
+#pragma once
+
+#include <string>
+
+namespace lumidot {
+
+// Most data bytes (and characters) the LCD text message carries.
+constexpr int kLcdTextMaxLength = 32;
+
+// Frame text of the LCD text message for UTF-8 text, in the system's ANSI code page.
+std::string MakeTextSysEx(const std::string& text);
+// The same in a given iconv code page.
+std::string MakeTextSysEx(const std::string& text, const std::string& codePage);
+
+}  // namespace lumidot

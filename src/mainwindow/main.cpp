@@ -1,0 +1,17 @@
+// Lumidot: composes and reads back the GS messages that set the SC-88Pro's LCD.
+#include <QApplication>
+
+#include "mainwindow/main_form.h"
+#include "mainwindow/platform.h"
+
+int main(int argc, char* argv[]) {
+    QApplication app(argc, argv);
+    lumidot::QtPrompts prompts;
+    lumidot::SystemClipboard clipboard;
+    lumidot::ThreadSleeper sleeper;
+    lumidot::Platform platform{prompts, clipboard, sleeper};
+
+    lumidot::MainForm window(platform, QCoreApplication::applicationDirPath());
+    window.Form_Load();
+    return QApplication::exec();
+}

@@ -1,0 +1,68 @@
+// The narrow seams between the program and what tests cannot drive for real: message
+// boxes and modal dialogs, the system clipboard, and the pause between clipboard attempts.
+#pragma once
+
+#include <QString>
+
+class QDialog;
+class QWidget;
+
+namespace lumidot {
+
+class Prompts {
+public:
+    enum class Icon { Information, Question, Exclamation, Critical };
+    enum class Buttons { Ok, YesNo };
+    enum class Answer { Ok, Yes, No };
+
+    virtual ~Prompts() = default;
+    // Shows a message box owned by parent and returns the button pressed.
+    virtual Answer showMessage(QWidget* parent, const QString& title, const QString& prompt,
+                               Icon icon, Buttons buttons, Answer defaultAnswer) = 0;
+    // Runs a dialog modally and returns when it is hidden.
+    virtual int runModal(QDialog& dialog) = 0;
+};
+
+// The system clipboard as text. Each call reports whether it succeeded.
+class Clipboard {
+public:
+    virtual ~Clipboard() = default;
+    virtual bool getText(QString& text) = 0;
+    virtual bool clear() = 0;
+    virtual bool setText(const QString& text) = 0;
+};
+
+class Sleeper {
+public:
+    virtual ~Sleeper() = default;
+    virtual void sleepMs(int milliseconds) = 0;
+};
+
+struct Platform {
+    Prompts& prompts;
+    Clipboard& clipboard;
+    Sleeper& sleeper;
+};
+
+// The production implementations: QMessageBox, QDialog::exec, QClipboard, a real sleep.
+class QtPrompts : public Prompts {
+public:
+    Answer showMessage(QWidget* parent, const QString& title, const QString& prompt, Icon icon,
+                       Buttons buttons, Answer defaultAnswer) override;
+    int runModal(QDialog& dialog) override;
+};
+
+class SystemClipboard : public Clipboard {
+public:
+    bool getText(QString& text) override;
+    bool clear() override;
+    // A write that cannot be read back counts as failed.
+    bool setText(const QString& text) override;
+};
+
+class ThreadSleeper : public Sleeper {
+public:
+    void sleepMs(int milliseconds) override;
+};
+
+}  // namespace lumidot

@@ -1,0 +1,64 @@
+// Small widgets the main window's layout needs and Qt lacks.
+#pragma once
+
+#include <QCheckBox>
+#include <QPushButton>
+#include <QWidget>
+
+namespace lumidot {
+
+// A left-pointing arrow drawn with three lines: a shaft and the two strokes of its head.
+class LeftArrow : public QWidget {
+    Q_OBJECT
+public:
+    explicit LeftArrow(QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+// A check box whose caption wraps onto further lines within its width.
+class WrappingCheckBox : public QCheckBox {
+    Q_OBJECT
+public:
+    explicit WrappingCheckBox(QWidget* parent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool hitButton(const QPoint& pos) const override;
+};
+
+// A push button with a small picture above its caption; the caption wraps if needed.
+class PictureButton : public QPushButton {
+    Q_OBJECT
+public:
+    explicit PictureButton(QWidget* parent = nullptr);
+    // A picture whose magenta pixels become transparent.
+    void setPicture(const QString& resource);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QPixmap picture_;
+};
+
+// Loads a picture from the resources with its magenta pixels made transparent.
+QPixmap LoadPicture(const QString& resource);
+
+// Gives a push button a face colour that the style keeps.
+void SetButtonFace(QPushButton* button, const QColor& colour);
+
+}  // namespace lumidot
+
+namespace lumidot {
+
+// The program's look, the same on every desktop: the Fusion style and an 11-pixel sans
+// serif for captions, which the fixed layout was drawn for. Safe to call more than once.
+void ApplyProgramLook();
+
+// Courier New at 11 pixels (8.25 points at 96 dpi) for the text boxes; fontconfig gives a
+// metric-compatible face where Courier New itself is missing.
+QFont TextBoxFont();
+
+}  // namespace lumidot
