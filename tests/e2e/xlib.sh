@@ -1,0 +1,62 @@
+# Shared by the end-to-end test and the screenshot script: a private Xvfb display, the
+# program started in a folder of its own, and helpers to act on its window.
+# Sourced, not run.
+
+E2E_TMP=$(mktemp -d)
+XVFB_PID=
+APP_PID=
+
+e2e_cleanup() {
+  [[ -n "$APP_PID" ]] && kill "$APP_PID" 2>/dev/null
+  [[ -n "$XVFB_PID" ]] && kill "$XVFB_PID" 2>/dev/null
+  wait 2>/dev/null
+  rm -rf "$E2E_TMP"
+}
+trap e2e_cleanup EXIT
+
+# Starts Xvfb on the first free display from :90 on; returns 1 when none can be started.
+start_xvfb() {
+  command -v Xvfb >/dev/null || { echo "Xvfb is not installed"; return 1; }
+  local n
+  for n in $(seq 90 120); do
+    [[ -e /tmp/.X11-unix/X$n || -e /tmp/.X$n-lock ]] && continue
+    Xvfb ":$n" -screen 0 1024x768x24 -nolisten tcp >"$E2E_TMP/xvfb.log" 2>&1 &
+    XVFB_PID=$!
+    export DISPLAY=":$n"
+    local i
+    for i in $(seq 50); do
+      xdpyinfo >/dev/null 2>&1 && return 0
+      kill -0 "$XVFB_PID" 2>/dev/null || break
+      sleep 0.1
+    done
+    kill "$XVFB_PID" 2>/dev/null; XVFB_PID=
+  done
+  echo "no X server could be started: $(tail -3 "$E2E_TMP/xvfb.log" 2>/dev/null)"
+  return 1
+}
+
+# Copies the program into folder $1 and starts it there; sets APP_PID and WINDOW.
+start_app() {
+  local folder=$1 binary=$2
+  mkdir -p "$folder"
+  cp "$binary" "$folder/lumidot"
+  QT_QPA_PLATFORM=xcb "$folder/lumidot" >"$E2E_TMP/app.log" 2>&1 &
+  APP_PID=$!
+  WINDOW=$(xdotool search --sync --onlyvisible --name 'Lumidot by Tarrowen \(v' | head -1)
+  # Let the start-up finish painting and loading.
+  sleep 0.7
+}
+
+# Waits for the program to end after a signal; fails if it does not within 10 s.
+wait_app_end() {
+  local i
+  for i in $(seq 100); do
+    kill -0 "$APP_PID" 2>/dev/null || { wait "$APP_PID" 2>/dev/null; APP_PID=; return 0; }
+    sleep 0.1
+  done
+  return 1
+}
+
+# Clicks at a point of the window's client area (pixels).
+click_at() { xdotool mousemove --window "$WINDOW" "$1" "$2" click 1; sleep 0.2; }
+clipboard() { xclip -o -selection clipboard 2>/dev/null; }
