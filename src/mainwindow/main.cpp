@@ -3,6 +3,7 @@
 
 #include "mainwindow/main_form.h"
 #include "mainwindow/platform.h"
+#include "mainwindow/signal_closer.h"
 
 int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
@@ -12,6 +13,7 @@ int main(int argc, char* argv[]) {
     lumidot::Platform platform{prompts, clipboard, sleeper};
 
     lumidot::MainForm window(platform, QCoreApplication::applicationDirPath());
+    lumidot::SignalCloser closeOnSignal(&window);
     window.Form_Load();
     return QApplication::exec();
 }

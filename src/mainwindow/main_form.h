@@ -11,6 +11,7 @@
 #include <QWidget>
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 #include "codec/describer.h"
@@ -58,6 +59,9 @@ public:
     // --- files (storage/main_form_storage.cpp) ---
     QString MemoryFilePath;
     QString SettingsFilePath;
+    // Runs before each saved file replaces the old one; false abandons the save. Tests use
+    // it to interrupt a save at the worst moment.
+    std::function<bool(const QString& path)> beforeCommit;
 
     // How many times the output pane has been written; lets the decoder tell whether a
     // message left the pane alone.
@@ -132,6 +136,7 @@ protected:
 private:
     void Form_Unload();
     void buildPixelGrid();
+    void setStorageFolder(const QString& folder);
     void connectGraphicEditor();
     void connectOutput();
     void setUpKeyboardAndMouse();

@@ -25,6 +25,7 @@ void MainForm::connectOutput() {
     connect(ui->txtHexSep, &QLineEdit::textChanged, this, &MainForm::txtHexSep_Change);
     connect(ui->txtTextIn, &QLineEdit::textChanged, this, &MainForm::txtTextIn_Change);
     connect(ui->cmdSysExCopy, &QPushButton::clicked, this, &MainForm::cmdSysExCopy_Click);
+    connect(ui->cmdSysExDecode, &QPushButton::clicked, this, &MainForm::cmdSysExDecode_Click);
     connect(ui->chkSysExCopyAuto, &QCheckBox::clicked, this, &MainForm::chkSysExCopyAuto_Click);
 }
 
