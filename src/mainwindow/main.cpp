@@ -7,6 +7,9 @@
 
 int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
+    // Names the user's data folder (~/.local/share/Lumidot) used when the program's own
+    // folder cannot be written.
+    QApplication::setApplicationName(QStringLiteral("Lumidot"));
     lumidot::QtPrompts prompts;
     lumidot::SystemClipboard clipboard;
     lumidot::ThreadSleeper sleeper;

@@ -1,0 +1,225 @@
+// memory.txt and settings.bin with real files in temporary folders, through the window.
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
+#include <random>
+
+#include "codec/graphic_page.h"
+#include "support/main_form_fixture.h"
+
+namespace lumidot::testing {
+namespace {
+
+QByteArray ReadAll(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void WriteAll(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    file.write(bytes);
+}
+
+QByteArray StoreLine(const Page& page, int number) {
+    return QByteArray::fromStdString(MakeGraphicStoreSysEx(page, static_cast<std::uint8_t>(number)));
+}
+
+Page RandomPage(std::mt19937& random) {
+    Page page{};
+    for (bool& pixel : page) pixel = (random() & 1) != 0;
+    return page;
+}
+
+const QByteArray kDefaultSettings("\0\0\0\0\0\0\0\0\1\0\0\0 ", 13);
+
+class PersistenceTest : public MainFormTest {
+protected:
+    QString file(const char* name) const { return folder.path() + QLatin1Char('/') + name; }
+    // Closes the window as the user would, which saves, and starts a new one.
+    void restart() {
+        window->close();
+        start();
+    }
+    void close() { window->close(); }
+};
+
+TEST_F(PersistenceTest, FirstRunReadsNothingAndClosingWritesBothFiles) {
+    EXPECT_EQ(window->FDPageNum, 1);
+    EXPECT_EQ(ui().txtHexPrefix->text(), QString());
+    EXPECT_EQ(ui().txtHexSep->text(), QStringLiteral(" "));
+    EXPECT_EQ(window->MemoryFilePath, file("memory.txt"));
+    EXPECT_EQ(window->SettingsFilePath, file("settings.bin"));
+    close();
+    QByteArray expected;
+    for (int page = 1; page <= 10; ++page) expected += StoreLine(Page{}, page) + "\r\n";
+    EXPECT_EQ(ReadAll(file("memory.txt")), expected);
+    EXPECT_EQ(ReadAll(file("settings.bin")), kDefaultSettings);
+}
+
+TEST_F(PersistenceTest, TenRandomPagesAndTheLayoutSurviveARestartBitForBit) {
+    std::mt19937 random(1234);
+    std::array<Page, 10> pages{};
+    for (int number = 1; number <= 10; ++number) {
+        pages[number - 1] = RandomPage(random);
+        window->SetPageNum(static_cast<std::uint8_t>(number));
+        window->SetFDPixelColAll(pages[number - 1]);
+    }
+    window->SetPageNum(4);
+    ui().txtHexPrefix->setText(QStringLiteral("0x"));
+    ui().txtHexSuffix->setText(QStringLiteral("h"));
+    ui().txtHexSep->setText(QStringLiteral(", "));
+    restart();
+
+    EXPECT_EQ(window->FDPageNum, 1);
+    EXPECT_EQ(ui().txtHexPrefix->text(), QStringLiteral("0x"));
+    EXPECT_EQ(ui().txtHexSuffix->text(), QStringLiteral("h"));
+    EXPECT_EQ(ui().txtHexSep->text(), QStringLiteral(", "));
+    for (int number = 1; number <= 10; ++number) {
+        window->SetPageNum(static_cast<std::uint8_t>(number));
+        EXPECT_EQ(window->FDPixels, pages[number - 1]) << "page " << number;
+    }
+    EXPECT_TRUE(ui().optSEGStore->isChecked());
+}
+
+TEST_F(PersistenceTest, SettingsAreReadWithoutMemoryFile) {
+    window.reset();
+    QByteArray settings("\2\0\0\0" "0x" "\0\0\0\0" "\1\0\0\0" ",", 15);
+    WriteAll(file("settings.bin"), settings);
+    start();
+    EXPECT_EQ(ui().txtHexPrefix->text(), QStringLiteral("0x"));
+    EXPECT_EQ(ui().txtHexSep->text(), QStringLiteral(","));
+    EXPECT_TRUE(pane().startsWith(QStringLiteral("0xF0,0x41,0x10,0x45,0x12,0x10,0x01,0x00,")));
+}
+
+TEST_F(PersistenceTest, NonAsciiSeparatorIsStoredAsUtf8) {
+    ui().txtHexSep->setText(QStringLiteral("\u00e9"));
+    restart();
+    EXPECT_EQ(ReadAll(file("settings.bin")),
+              QByteArray("\0\0\0\0\0\0\0\0\2\0\0\0\xC3\xA9", 14));
+    EXPECT_EQ(ui().txtHexSep->text(), QStringLiteral("\u00e9"));
+}
+
+TEST_F(PersistenceTest, OnlyTheFirstTenLinesAreApplied) {
+    window.reset();
+    Page dot{};
+    dot[0] = true;
+    QByteArray memory;
+    for (int line = 0; line < 10; ++line) memory += StoreLine(Page{}, 1 + line % 10) + "\r\n";
+    memory += StoreLine(dot, 2) + "\r\n";  // an eleventh line
+    WriteAll(file("memory.txt"), memory);
+    start();
+    window->SetPageNum(2);
+    EXPECT_FALSE(window->FDPixels[0]);
+}
+
+TEST_F(PersistenceTest, FewerLinesEmptyAndForeignLinesLeaveOtherPagesAlone) {
+    window.reset();
+    Page dot{};
+    dot[17] = true;
+    const QByteArray memory = "\r\n" + StoreLine(dot, 7) + "\r\nnot a message at all\r\n" +
+                              "F0 41 10 45 12 10 00 00 48 69 3F F7\r\n";
+    WriteAll(file("memory.txt"), memory);
+    start();
+    EXPECT_EQ(window->FDPageNum, 1);
+    EXPECT_TRUE(ui().optSEGStore->isChecked());
+    window->SetPageNum(7);
+    EXPECT_TRUE(window->FDPixels[17]);
+    window->SetPageNum(3);
+    EXPECT_EQ(window->FDPixels, Page{});
+}
+
+TEST_F(PersistenceTest, AFolderNamedMemoryTxtCountsAsMissing) {
+    window.reset();
+    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("memory.txt")));
+    start();
+    EXPECT_EQ(window->FDPageNum, 1);
+}
+
+struct DamagedSettingsRow {
+    const char* name;
+    QByteArray bytes;
+    const char* prefix;
+    const char* suffix;
+    const char* separator;
+};
+
+class DamagedSettingsTest : public PersistenceTest,
+                            public ::testing::WithParamInterface<DamagedSettingsRow> {};
+
+TEST_P(DamagedSettingsTest, KeepsWhatCanBeReadAndDesignedValuesForTheRest) {
+    const DamagedSettingsRow& row = GetParam();
+    window.reset();
+    WriteAll(file("settings.bin"), row.bytes);
+    start();
+    EXPECT_EQ(ui().txtHexPrefix->text(), QString::fromUtf8(row.prefix));
+    EXPECT_EQ(ui().txtHexSuffix->text(), QString::fromUtf8(row.suffix));
+    EXPECT_EQ(ui().txtHexSep->text(), QString::fromUtf8(row.separator));
+    EXPECT_TRUE(fake.prompts.shown.empty()) << "nothing alarming is said";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, DamagedSettingsTest,
+    ::testing::Values(
+        DamagedSettingsRow{"Empty", QByteArray(), "", "", " "},
+        DamagedSettingsRow{"CutInsideALength", QByteArray("\2\0\0\0" "0x" "\0\0", 8), "0x", "", " "},
+        DamagedSettingsRow{"ShorterThanItsLength", QByteArray("\2\0\0\0" "0x" "\5\0\0\0" "ab", 12), "0x", "", " "},
+        DamagedSettingsRow{"NegativeLength", QByteArray("\xff\xff\xff\xff" "0x", 6), "", "", " "},
+        DamagedSettingsRow{"AbsurdLength", QByteArray("\xff\xff\xff\x7f" "0x", 6), "", "", " "},
+        DamagedSettingsRow{"NotUtf8", QByteArray("\2\0\0\0" "0x" "\1\0\0\0" "\xff" "\1\0\0\0" ",", 16), "0x", "", " "},
+        DamagedSettingsRow{"LongerThanTheField", QByteArray("\x08\0\0\0" "abcdefgh" "\0\0\0\0" "\1\0\0\0" ";", 21), "abcde", "", ";"},
+        DamagedSettingsRow{"TrailingBytes", QByteArray("\0\0\0\0" "\0\0\0\0" "\1\0\0\0" "-" "junk", 17), "", "", "-"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(PersistenceTest, AnInterruptedSaveLeavesTheOldFilesWhole) {
+    ui().txtHexPrefix->setText(QStringLiteral("$"));
+    restart();
+    const QByteArray oldMemory = ReadAll(file("memory.txt"));
+    const QByteArray oldSettings = ReadAll(file("settings.bin"));
+    ASSERT_FALSE(oldMemory.isEmpty());
+
+    Page full{};
+    full.fill(true);
+    window->SetFDPixelColAll(full);
+    ui().txtHexPrefix->setText(QStringLiteral("0x"));
+    window->beforeCommit = [](const QString&) { return false; };
+    close();
+    EXPECT_EQ(ReadAll(file("memory.txt")), oldMemory);
+    EXPECT_EQ(ReadAll(file("settings.bin")), oldSettings);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 2)
+        << "no temporary file is left behind";
+}
+
+TEST_F(PersistenceTest, ReadOnlyProgramFolderFallsBackToTheUserDataFolder) {
+    window.reset();
+    const QString userFolder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    QDir(userFolder).removeRecursively();
+    // A folder that can never be created: its parent is a file.
+    WriteAll(file("plain-file"), "x");
+    const QString unwritable = file("plain-file") + QStringLiteral("/app");
+    window = std::make_unique<MainForm>(fake.platform, unwritable);
+    window->Form_Load();
+    ui().txtHexSuffix->setText(QStringLiteral("h"));
+    close();
+    EXPECT_TRUE(fake.prompts.shown.empty());
+    EXPECT_EQ(ReadAll(userFolder + QStringLiteral("/settings.bin")).size(), 14);
+
+    window = std::make_unique<MainForm>(fake.platform, unwritable);
+    window->Form_Load();
+    EXPECT_EQ(ui().txtHexSuffix->text(), QStringLiteral("h"));
+    window.reset();
+    QDir(userFolder).removeRecursively();
+}
+
+TEST_F(PersistenceTest, NothingWritableTellsTheUserWhichFileAndWhy) {
+    window->beforeCommit = [](const QString&) { return false; };
+    close();
+    ASSERT_EQ(fake.prompts.shown.size(), 1u);
+    EXPECT_EQ(fake.prompts.shown[0].icon, Prompts::Icon::Critical);
+    EXPECT_TRUE(fake.prompts.shown[0].prompt.contains(QStringLiteral("memory.txt")));
+    EXPECT_TRUE(fake.prompts.shown[0].prompt.contains(QStringLiteral("interrupted")));
+    QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)).removeRecursively();
+}
+
+}  // namespace
+}  // namespace lumidot::testing
