@@ -26,7 +26,7 @@ bench: build
 	@if [ -x $(BUILD)/lumidot_bench ]; then \
 	  QT_QPA_PLATFORM=offscreen $(BUILD)/lumidot_bench; \
 	else echo "no benchmarks yet"; fi
-	@if [ -x bench/startup.sh ]; then bench/startup.sh $(BUILD)/lumidot; fi
+	@bench/startup.sh $(BUILD)/lumidot
 
 # Runs each libFuzzer target for a bounded time (FUZZ_SECONDS each).
 FUZZ_SECONDS ?= 60
