@@ -30,4 +30,38 @@ QString LineBreaksToSeparator(const QString& text, const QString& separator);
 // Cuts spaced hex text at every F0 (either case); the pieces after each F0, without it.
 QStringList SplitMessages(const QString& spacedHex);
 
+// Spaces and tabs ("blanks") in text whose line breaks have already become separators,
+// brought into the layout's own shape so that stray ones do not shift the byte positions.
+// The gap between two bytes of laid-out text is suffix + separator + prefix:
+//  - no blank in that gap: every blank in the text is removed;
+//  - one run of blanks in it: every run of blanks between two other characters becomes
+//    that run, blanks at the end are removed, blanks at the start are kept;
+//  - several runs: only the blanks at the end are removed.
+// Blanks at the start stay because a line break at the start becomes a leading separator,
+// and a text that starts with one is refused; a leading space is treated the same.
+// Text laid out with this prefix, suffix and separator keeps its digits in the same places.
+QString NormaliseWhitespace(const QString& text, const QString& prefix, const QString& suffix,
+                            const QString& separator);
+
+// The checks that hex digits must pass before they are cut into messages, in this order.
+enum class HexCheck {
+    Ok,
+    TooShort,  // fewer than 4 characters
+    NotHex,    // a character that is not a hex digit
+    NotSysEx,  // does not begin with F0 or does not end with F7
+};
+HexCheck CheckHexDigits(const QString& digits);
+
+// Clipboard text in the user's layout to the bare hex digits: line breaks become
+// separators, then the digits are read from their places. Only when that reading fails the
+// checks is the text read again with its blanks normalised, and that reading is used if it
+// passes. So every text that reads as messages as it stands reads exactly so, and the
+// failure reported for a text that cannot be read is the one of the plain reading.
+QString ReadHexDigits(const QString& text, const QString& prefix, const QString& suffix,
+                      const QString& separator);
+
+// One line of the results: "#" and the number right-aligned in three characters, ". ",
+// the explanation and CR LF (" #1. ...", "#10. ...").
+QString NumberedLine(int number, const QString& explanation);
+
 }  // namespace lumidot
