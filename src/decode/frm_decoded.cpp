@@ -1,0 +1,107 @@
+#include "decode/frm_decoded.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QLocale>
+#include <QScreen>
+#include <QShowEvent>
+
+#include "mainwindow/read_only_text_box.h"
+#include "mainwindow/text_box_keys.h"
+#include "ui_frm_decoded.h"
+
+namespace lumidot {
+
+namespace {
+
+// A title and a close box; nothing to minimise or maximise.
+constexpr Qt::WindowFlags kDialogFlags = Qt::Dialog | Qt::CustomizeWindowHint |
+                                         Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                                         Qt::WindowCloseButtonHint;
+
+// 8.25 points at 96 dots per inch, the size the results are laid out for.
+constexpr int kResultsFontPixels = 11;
+
+}  // namespace
+
+QString FormatCount(qint32 count) {
+    QLocale locale;
+    // The C locale leaves group separators out unless asked; counts always have them.
+    locale.setNumberOptions(locale.numberOptions() & ~QLocale::OmitGroupSeparator);
+    return locale.toString(count);
+}
+
+frmDecoded::frmDecoded(QWidget* owner, Platform& platform)
+    : QDialog(owner, kDialogFlags), ui(std::make_unique<Ui::frmDecoded>()), platform_(platform) {
+    ui->setupUi(this);
+    setFixedSize(size());
+    if (owner) {
+        setFont(owner->font());
+        setWindowIcon(owner->windowIcon());
+    }
+
+    ReadOnlyTextBox& box = *ui->txtDecodedOut;
+    QFont font = box.font();
+    font.setStyleHint(QFont::TypeWriter);
+    font.setPixelSize(kResultsFontPixels);
+    box.setFont(font);
+    // On the button face, so that the results read as something to look at, not to type into.
+    QPalette palette = box.palette();
+    palette.setColor(QPalette::Base, palette.color(QPalette::Button));
+    box.setPalette(palette);
+    box.installEventFilter(this);
+
+    connect(ui->cmdOK, &QPushButton::clicked, this, [this] { cmdOK_Click(); });
+}
+
+frmDecoded::~frmDecoded() = default;
+
+void frmDecoded::SetAllText(qint32 NumDecoded, const QString& MainText) {
+    const bool one = NumDecoded == 1;
+    ui->lblNumDecoded->setText(FormatCount(NumDecoded) + QStringLiteral(" SysEx message") +
+                               (one ? QStringLiteral(" has") : QStringLiteral("s have")) +
+                               QStringLiteral(" been decoded as follows:"));
+    ui->txtDecodedOut->setText(MainText);
+    ui->lblCleanInfo->setText(
+        QStringLiteral("Cleaned version") +
+        (one ? QStringLiteral(" of the message is") : QStringLiteral("s of the messages are")) +
+        QStringLiteral(" now being displayed at the bottom of the main window.\r\n"
+                       "If you have ticked the checkbox to automatically copy text, that text "
+                       "is now on the clipboard."));
+}
+
+void frmDecoded::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    if (!event->spontaneous()) {
+        // Centred on the screen rather than over the owner.
+        const QScreen* screen = parentWidget() ? parentWidget()->screen() : this->screen();
+        QRect frame = frameGeometry();
+        frame.moveCenter(screen->availableGeometry().center());
+        move(frame.topLeft());
+    }
+    ui->txtDecodedOut->setFocus();
+    ui->txtDecodedOut->setCaretToStart();
+}
+
+void frmDecoded::closeEvent(QCloseEvent* event) {
+    cmdOK_Click();
+    event->accept();
+}
+
+bool frmDecoded::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != ui->txtDecodedOut || event->type() != QEvent::KeyPress) {
+        return QDialog::eventFilter(watched, event);
+    }
+    auto* key = static_cast<QKeyEvent*>(event);
+    const int shift = ShiftState(key->modifiers());
+    HandleTextBoxKeys(platform_, ui->txtDecodedOut, key->key(), shift);
+    // Ctrl+C has just put the selection, with its CR LF line breaks, on the clipboard
+    // through the retrying writer; the box's own copy would overwrite it with bare LFs.
+    return shift == kCtrlMask && key->key() == Qt::Key_C;
+}
+
+void frmDecoded::cmdOK_Click() {
+    accept();
+}
+
+}  // namespace lumidot
