@@ -48,12 +48,10 @@ TEST_P(CollapseRepeatsTest, LeavesNoDoubledUnit) {
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, CollapseRepeatsTest,
-    ::testing::Values(CollapseRow{"", "\r", ""}, CollapseRow{"a\r\r\rb\r\rc", "\r", "a\rb\rc"},
-                      CollapseRow{"\r\r\r\r\r", "\r", "\r"}, CollapseRow{"a\r\rb", "", "a\r\rb"},
-                      CollapseRow{"x, , , y, ,", ", ", "x, y, ,"},
+    ::testing::Values(CollapseRow{"a\r\r\rb\r\rc", "\r", "a\rb\rc"},
+                      CollapseRow{"a\r\rb", "", "a\r\rb"},
                       // A unit that overlaps itself: "aaaa" becomes "aa", "aaa" stays.
-                      CollapseRow{"aaaaa", "aa", "aaa"}, CollapseRow{"aaa", "aa", "aaa"},
-                      CollapseRow{"ababab", "ab", "ab"}, CollapseRow{"abAB", "ab", "abAB"}));
+                      CollapseRow{"aaaaa", "aa", "aaa"}, CollapseRow{"abAB", "ab", "abAB"}));
 
 TEST(CollapseRepeatsTest, MatchesRepeatedReplacementOnRandomTexts) {
     QRandomGenerator random(20240517);
@@ -89,47 +87,17 @@ TEST_P(ExtractHexPairsTest, TakesTheCharactersInTheDigitPlaces) {
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, ExtractHexPairsTest,
-    ::testing::Values(PairsRow{"", 0, 0, 1, ""}, PairsRow{"F0 41 10 F7", 0, 0, 1, "F04110F7"},
-                      PairsRow{"F0 F7", 0, 0, 1, "F0F7"},
+    ::testing::Values(PairsRow{"F0 41 10 F7", 0, 0, 1, "F04110F7"},
                       // Three characters: the last one is picked up alone.
-                      PairsRow{"F0F7", 0, 0, 1, "F07"}, PairsRow{"F0 41 5", 0, 0, 1, "F0415"},
-                      PairsRow{"F04110F7", 0, 0, 0, "F04110F7"},
-                      PairsRow{"0xF0, 0x41, 0xF7,", 2, 1, 1, "F041F7"},
+                      PairsRow{"F0F7", 0, 0, 1, "F07"}, PairsRow{"F04110F7", 0, 0, 0, "F04110F7"},
                       // Whatever stands in the prefix, suffix and separator places.
                       PairsRow{"$$F0;-ab41.\tzzF7!", 2, 1, 1, "F041F7"},
-                      PairsRow{"F0h 41h F7h", 0, 1, 1, "F041F7"},
-                      PairsRow{" F0 F7", 0, 0, 1, " F F"}, PairsRow{"0x", 2, 0, 1, ""},
                       PairsRow{"0xF", 2, 0, 1, "F"}));
 
-// --- IsHexText, SpaceHexPairs ------------------------------------------------------------
-
-class IsHexTextTest : public ::testing::TestWithParam<std::pair<QString, bool>> {};
-
-TEST_P(IsHexTextTest, AcceptsDigitsOfEitherCaseOnly) {
-    EXPECT_EQ(IsHexText(GetParam().first), GetParam().second) << Shown(GetParam().first);
+TEST(SpaceHexPairsTest, PutsASpaceAfterEveryPair) {
+    EXPECT_EQ(SpaceHexPairs("F04110F7"), "F0 41 10 F7 ");
+    EXPECT_EQ(SpaceHexPairs("F0F"), "F0 F ");
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Rows, IsHexTextTest,
-    ::testing::Values(std::pair<QString, bool>{"", true},
-                      std::pair<QString, bool>{"0123456789ABCDEF", true},
-                      std::pair<QString, bool>{"abcdef", true},
-                      std::pair<QString, bool>{"F0 ", false},
-                      std::pair<QString, bool>{"F0\t", false},
-                      std::pair<QString, bool>{"G0", false}, std::pair<QString, bool>{"0x", false},
-                      std::pair<QString, bool>{QString::fromUtf16(u"F\uFF10"), false}));
-
-class SpaceHexPairsTest : public ::testing::TestWithParam<std::pair<QString, QString>> {};
-
-TEST_P(SpaceHexPairsTest, PutsASpaceAfterEveryPair) {
-    EXPECT_EQ(SpaceHexPairs(GetParam().first), GetParam().second);
-}
-
-INSTANTIATE_TEST_SUITE_P(Rows, SpaceHexPairsTest,
-                         ::testing::Values(std::pair<QString, QString>{"", ""},
-                                           std::pair<QString, QString>{"F04110F7", "F0 41 10 F7 "},
-                                           std::pair<QString, QString>{"f0f7", "f0 f7 "},
-                                           std::pair<QString, QString>{"F0F", "F0 F "}));
 
 // --- LineBreaksToSeparator -------------------------------------------------------------
 
@@ -147,14 +115,10 @@ TEST_P(LineBreaksTest, EveryRunOfLineBreaksBecomesOneSeparator) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, LineBreaksTest,
-                         ::testing::Values(BreaksRow{"F7\r\nF0", " ", "F7 F0"},
-                                           BreaksRow{"F7\nF0", " ", "F7 F0"},
-                                           BreaksRow{"F7\rF0", " ", "F7 F0"},
-                                           BreaksRow{"F7\r\n\r\n\n\r\rF0", " ", "F7 F0"},
+                         ::testing::Values(BreaksRow{"F7\r\n\r\n\n\r\rF0", " ", "F7 F0"},
                                            BreaksRow{"\r\nF0 F7\r\n", " ", " F0 F7 "},
                                            BreaksRow{"F7\r\nF0", "", "F7F0"},
-                                           BreaksRow{"F7\n\nF0", ", ", "F7, F0"},
-                                           BreaksRow{"F7 \r\n F0", "\t", "F7 \t F0"}));
+                                           BreaksRow{"F7\n\nF0", ", ", "F7, F0"}));
 
 TEST(LineBreaksTest, MatchesTheStepByStepReplacementOnRandomTexts) {
     QRandomGenerator random(7);
@@ -180,13 +144,11 @@ TEST_P(SplitMessagesTest, CutsAtEveryF0) {
 INSTANTIATE_TEST_SUITE_P(
     Rows, SplitMessagesTest,
     ::testing::Values(std::pair<QString, QStringList>{"F0 41 F7 ", {" 41 F7 "}},
-                      std::pair<QString, QStringList>{"F0 F7 ", {" F7 "}},
                       std::pair<QString, QStringList>{"F0 41 F7 f0 42 F7 ", {" 41 F7 ", " 42 F7 "}},
                       // Bytes between an F7 and the next F0 stay with the earlier message.
                       std::pair<QString, QStringList>{"F0 F7 00 01 F0 F7 ", {" F7 00 01 ", " F7 "}},
                       std::pair<QString, QStringList>{"F0 F0 F7 ", {" ", " F7 "}},
-                      std::pair<QString, QStringList>{"41 F7 ", {}},
-                      std::pair<QString, QStringList>{"", {}}));
+                      std::pair<QString, QStringList>{"41 F7 ", {}}));
 
 // --- CheckHexDigits, NumberedLine ---------------------------------------------------------
 
@@ -199,17 +161,15 @@ TEST_P(CheckHexDigitsTest, ReportsTheFirstCheckThatFails) {
 INSTANTIATE_TEST_SUITE_P(Rows, CheckHexDigitsTest,
                          ::testing::Values(std::pair{QString(""), HexCheck::TooShort},
                                            std::pair{QString("F0F"), HexCheck::TooShort},
-                                           std::pair{QString("F0F7"), HexCheck::Ok},
                                            std::pair{QString("f0F7"), HexCheck::Ok},
                                            std::pair{QString("F0Z"), HexCheck::TooShort},
                                            std::pair{QString("F0 F7"), HexCheck::NotHex},
+                                           std::pair{QString("F0G7"), HexCheck::NotHex},
                                            std::pair{QString("41F7"), HexCheck::NotSysEx},
-                                           std::pair{QString("F04100"), HexCheck::NotSysEx},
                                            std::pair{QString("F0F77"), HexCheck::NotSysEx}));
 
 TEST(NumberedLineTest, RightAlignsTheLabelInThreeCharacters) {
     EXPECT_EQ(NumberedLine(1, "Graphic: Display page 5"), " #1. Graphic: Display page 5\r\n");
-    EXPECT_EQ(NumberedLine(9, "x"), " #9. x\r\n");
     EXPECT_EQ(NumberedLine(10, "x"), "#10. x\r\n");
     EXPECT_EQ(NumberedLine(1234, ""), "#1234. \r\n");
 }

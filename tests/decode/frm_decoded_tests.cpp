@@ -8,8 +8,10 @@
 #include <QPixmap>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
 #include <QTest>
 #include <QTextBlock>
+#include <QTextLayout>
 
 #include "decode/frm_decoded.h"
 #include "mainwindow/read_only_text_box.h"
@@ -108,14 +110,6 @@ TEST_F(FrmDecodedTest, KeepsTheExplanationLinesExactlyWithTheEmptyLastLine) {
     EXPECT_EQ(box().document()->firstBlock().text(), " #1. Display text: abc");
 }
 
-TEST_F(FrmDecodedTest, EachRunReplacesAllThreeTexts) {
-    window->SetAllText(1234, kThreeLines);
-    window->SetAllText(1, " #1. Graphic: Display page 5\r\n");
-    EXPECT_EQ(ui().lblNumDecoded->text(), "1 SysEx message has been decoded as follows:");
-    EXPECT_EQ(box().text(), " #1. Graphic: Display page 5\r\n");
-    EXPECT_TRUE(ui().lblCleanInfo->text().startsWith("Cleaned version of the message is"));
-}
-
 // --- the window ---------------------------------------------------------------------------
 
 TEST_F(FrmDecodedTest, IsAFixedDialogWithTheOwnersIcon) {
@@ -127,37 +121,18 @@ TEST_F(FrmDecodedTest, IsAFixedDialogWithTheOwnersIcon) {
     EXPECT_FALSE(flags & Qt::WindowMaximizeButtonHint);
     EXPECT_TRUE(flags & Qt::WindowCloseButtonHint);
     EXPECT_EQ(window->windowIcon().cacheKey(), owner.windowIcon().cacheKey());
-    EXPECT_EQ(window->font(), owner.font());
 }
 
-TEST_F(FrmDecodedTest, ControlsStandWhereTheLayoutPutsThem) {
-    const struct {
-        QWidget* control;
-        QRect geometry;
-    } rows[] = {
-        {ui().cmdOK, {312, 240, 73, 25}},
-        {ui().lblNumDecoded, {8, 8, 569, 17}},
-        {ui().txtDecodedOut, {8, 32, 681, 161}},
-        {ui().lblCleanInfo, {8, 200, 681, 33}},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(row.control->geometry(), row.geometry) << row.control->objectName().toStdString();
-    }
-    EXPECT_EQ(ui().cmdOK->text(), "&OK");
-    EXPECT_TRUE(ui().cmdOK->isDefault());
-    EXPECT_TRUE(ui().lblNumDecoded->alignment() & Qt::AlignLeft);
-    EXPECT_TRUE(ui().lblCleanInfo->alignment() & Qt::AlignHCenter);
-}
-
-TEST_F(FrmDecodedTest, ResultsBoxIsReadOnlyUnwrappedMonospaceOnTheButtonFace) {
-    EXPECT_TRUE(box().isReadOnly());
-    EXPECT_EQ(box().lineWrapMode(), QPlainTextEdit::NoWrap);
-    EXPECT_EQ(box().horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
-    EXPECT_EQ(box().verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
-    EXPECT_EQ(box().font().family(), "Courier New");
-    EXPECT_EQ(box().font().pixelSize(), 11);
-    EXPECT_TRUE(QFontInfo(box().font()).fixedPitch());
-    EXPECT_EQ(box().palette().color(QPalette::Base), box().palette().color(QPalette::Button));
+TEST_F(FrmDecodedTest, LongLinesScrollInsteadOfWrappingInAFixedPitchFont) {
+    window->SetAllText(1, " #1. " + QString(400, 'x') + "\r\n");
+    showModally([&] {
+        EXPECT_EQ(box().document()->firstBlock().layout()->lineCount(), 1);
+        EXPECT_GT(box().horizontalScrollBar()->maximum(), 0);
+        EXPECT_TRUE(box().verticalScrollBar()->isVisible());
+        EXPECT_TRUE(QFontInfo(box().font()).fixedPitch());
+        EXPECT_EQ(QFontInfo(box().font()).pixelSize(), 11);
+        window->accept();
+    });
 }
 
 TEST_F(FrmDecodedTest, OpensCentredOnTheScreen) {
@@ -286,15 +261,6 @@ INSTANTIATE_TEST_SUITE_P(
         CopyRow{"CtrlShiftCIsNotCopy", CtrlA, Qt::ControlModifier | Qt::ShiftModifier, false, ""},
         CopyRow{"CtrlAltCIsNotCopy", CtrlA, Qt::ControlModifier | Qt::AltModifier, false, ""}),
     [](const auto& info) { return std::string(info.param.name); });
-
-TEST_F(FrmDecodedTest, CtrlASelectsEverything) {
-    window->SetAllText(3, kThreeLines);
-    showModally([&] {
-        CtrlA(box());
-        EXPECT_EQ(box().selectedText(), kThreeLines);
-        window->accept();
-    });
-}
 
 }  // namespace
 }  // namespace lumidot::testing
