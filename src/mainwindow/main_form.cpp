@@ -46,6 +46,8 @@ MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent)
       programFolder_(std::move(programFolder)) {
     ApplyProgramLook();
     ui->setupUi(this);
+    // The separator's designed text is one space, which the form compiler drops as blank.
+    ui->txtHexSep->setText(QStringLiteral(" "));
     setFixedSize(600, 528);
     setWindowIcon(LoadPicture(QStringLiteral(":/icon.xpm")));
 
@@ -137,8 +139,8 @@ bool MainForm::eventFilter(QObject* watched, QEvent* event) {
     auto* widget = qobject_cast<QWidget*>(watched);
     if (widget == nullptr || widget->window() != this) return false;
     // A key press travels up from the focused control to its parents; handle it once.
-    QWidget* focus = QApplication::focusWidget();
-    if (widget != (focus && focus->window() == this ? focus : this)) return false;
+    QWidget* focus = focusWidget();
+    if (widget != (focus ? focus : this)) return false;
 
     auto* key = static_cast<QKeyEvent*>(event);
     const int keyCode = KeyCode(*key);
