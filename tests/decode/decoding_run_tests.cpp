@@ -123,7 +123,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(DecodingRunTest, AFailedRunLeavesThePaneExactlyAsItWas) {
     ui().txtHexSuffix->setText(QStringLiteral("h"));
     const QString before = pane();
-    decode(QStringLiteral("hello"));
+    decode(QStringLiteral("this is not SysEx"));
     EXPECT_EQ(failureTitle(), QStringLiteral("Invalid character!"));
     EXPECT_EQ(fake.prompts.shown.back().icon, Prompts::Icon::Exclamation);
     EXPECT_EQ(pane(), before);
