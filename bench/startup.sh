@@ -7,7 +7,8 @@ BINARY=$1
 HERE=$(cd "$(dirname "$0")/../tests/e2e" && pwd)
 source "$HERE/xlib.sh"
 
-if ! reason=$(start_xvfb); then
+if ! start_xvfb >"$E2E_TMP/xvfb-reason" 2>&1; then
+  reason=$(cat "$E2E_TMP/xvfb-reason")
   echo "start-up benchmark skipped: $reason"
   exit 0
 fi

@@ -17,7 +17,8 @@ check() {  # check NAME EXPECTED ACTUAL
   fi
 }
 
-if ! reason=$(start_xvfb); then
+if ! start_xvfb >"$E2E_TMP/xvfb-reason" 2>&1; then
+  reason=$(cat "$E2E_TMP/xvfb-reason")
   echo "SKIPPED: $reason"
   exit 77
 fi
