@@ -12,6 +12,10 @@
 #include "mainwindow/text_box_keys.h"
 #include "ui_main_form.h"
 
+// The pictures are compiled into the GUI library; a static library's resources must be
+// registered by hand (and only from outside any namespace).
+static void RegisterPictures() { Q_INIT_RESOURCE(resources); }
+
 namespace lumidot {
 namespace {
 
@@ -44,6 +48,7 @@ MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent)
       ui(std::make_unique<Ui::MainForm>()),
       platform_(platform),
       programFolder_(std::move(programFolder)) {
+    RegisterPictures();
     ApplyProgramLook();
     ui->setupUi(this);
     // The separator's designed text is one space, which the form compiler drops as blank.

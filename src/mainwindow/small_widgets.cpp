@@ -92,7 +92,7 @@ void PictureButton::paintEvent(QPaintEvent*) {
 QPixmap LoadPicture(const QString& resource) {
     const QImage image(resource);
     QPixmap pixmap = QPixmap::fromImage(image);
-    pixmap.setMask(QBitmap::fromImage(image.createMaskFromColor(qRgb(255, 0, 255), Qt::MaskOutColor)));
+    pixmap.setMask(QBitmap::fromImage(image.createMaskFromColor(qRgb(255, 0, 255), Qt::MaskInColor)));
     return pixmap;
 }
 

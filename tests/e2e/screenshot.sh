@@ -9,11 +9,17 @@ source "$HERE/xlib.sh"
 start_xvfb
 start_app "$E2E_TMP/app" "$BINARY"
 if [[ "${3:-}" == "draw" ]]; then
-  # A heart on page 1: cell (row r, column c) is at (8 + 106 + 24c + 11, 8 + 30 + 10r + 4).
-  heart=( "2 3" "2 4" "2 6" "2 7" "3 2" "3 5" "3 8" "4 2" "4 8" "5 3" "5 7" "6 4" "6 6" "7 5"
-          "2 9" "2 10" "2 12" "2 13" "3 11" "3 14" )
+  # Two beamed notes on page 1: cell (row r, column c) is at (125 + 24c, 42 + 10r)
+  # in the window.
+  picture=(
+  "1 6" "1 7" "1 8" "1 9" "1 10" "1 11" "2 6" "2 11" "3 6" "3 7" "3 8" "3 9" "3 10" "3 11"
+  "4 6" "4 11" "5 6" "5 11" "6 6" "6 11" "7 6" "7 11" "8 6" "8 11" "9 6" "9 11" "10 3" "10 4"
+  "10 5" "10 6" "10 9" "10 10" "10 11" "11 2" "11 3" "11 4" "11 5" "11 6" "11 8" "11 9" "11 10"
+  "11 11" "12 2" "12 3" "12 4" "12 5" "12 6" "12 8" "12 9" "12 10" "12 11" "13 3" "13 4" "13 5"
+  "13 9" "13 10"
+  )
   xdotool keydown shift
-  for cell in "${heart[@]}"; do
+  for cell in "${picture[@]}"; do
     read -r r c <<<"$cell"
     xdotool mousemove --window "$WINDOW" $((125 + 24 * c)) $((42 + 10 * r)); sleep 0.05
   done
