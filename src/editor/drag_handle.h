@@ -2,13 +2,8 @@
 #pragma once
 
 #include <QLabel>
-#include <QPixmap>
-#include <QString>
 
 namespace lumidot {
-
-// A picture from the resources with its magenta pixels made transparent.
-QPixmap MaskedPicture(const QString& resource);
 
 class DragHandle : public QLabel {
     Q_OBJECT

@@ -35,7 +35,8 @@ signals:
     void cellMouseMove(int index, int buttons, int shift);
     // One mouse button (1 left, 2 right, 4 middle) went down on a cell.
     void cellMouseDown(int index, int button);
-    // Pointer moved over a gap between cells.
+    // Pointer moved over a gap between cells, or, while a button pressed on a cell is held,
+    // off the grid onto the bare frame or window.
     void gapMouseMove();
 
 protected:
@@ -44,6 +45,8 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
 
 private:
+    bool overBareSurface(const QMouseEvent* event) const;
+
     std::array<bool, kPagePixels> cells_{};
 };
 
