@@ -22,8 +22,6 @@ class EditorTest : public MainFormTest {
 protected:
     void SetUp() override {
         MainFormTest::SetUp();
-        // One space between bytes, so that the pane reads exactly as the codec's text.
-        ui().txtHexSep->setText(QStringLiteral(" "));
         // The pointer starts on the bare window. Qt drops a movement to where the pointer
         // already is, and the last test may have left it on the very cell this one uses.
         move(window.get(), QPointF(1, 1));
