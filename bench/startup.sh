@@ -14,18 +14,8 @@ if ! start_xvfb >"$E2E_TMP/xvfb-reason" 2>&1; then
 fi
 
 # memory.txt with every pixel of every page on.
-full_page_line() {
-  local page=$1 mid low sum=0 line bytes=()
-  mid=$(( 1 + (page - 1) / 2 )); low=$(( page % 2 == 0 ? 64 : 0 ))
-  bytes=(16 $mid $low)
-  for i in $(seq 48); do bytes+=(31); done
-  for i in $(seq 16); do bytes+=(16); done
-  for b in "${bytes[@]}"; do sum=$((sum + b)); done
-  bytes+=($(( (128 - sum % 128) % 128 )))
-  line="F0 41 10 45 12"
-  for b in "${bytes[@]}"; do line+=$(printf ' %02X' "$b"); done
-  printf '%s F7\r\n' "$line"
-}
+all_pixels=$(seq 0 255)
+full_pages() { for p in $(seq 10); do store_message "$p" $all_pixels; printf '\r\n'; done; }
 
 runs=5
 visible=(); total=(); peak=()
@@ -33,7 +23,7 @@ for run in $(seq $runs); do
   folder="$E2E_TMP/run$run"
   mkdir -p "$folder"
   cp "$BINARY" "$folder/lumidot"
-  for p in $(seq 10); do full_page_line "$p"; done > "$folder/memory.txt"
+  full_pages > "$folder/memory.txt"
   start=$(date +%s%N)
   /usr/bin/time -f '%M' -o "$folder/peak" "$folder/lumidot" >/dev/null 2>&1 &
   APP_PID=$!
@@ -45,7 +35,7 @@ for run in $(seq $runs); do
   visible+=($(( (shown - start) / 1000000 )))
   total+=($(( (ended - start) / 1000000 )))
   peak+=($(cat "$folder/peak"))
-  cmp -s <(for p in $(seq 10); do full_page_line "$p"; done) "$folder/memory.txt" \
+  cmp -s <(full_pages) "$folder/memory.txt" \
     || echo "warning: run $run did not save the ten pages back unchanged"
 done
 

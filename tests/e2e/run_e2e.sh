@@ -51,9 +51,69 @@ xdotool key ctrl+a; xdotool type --delay 40 ","; sleep 0.4
 check "laid-out message reaches the clipboard" \
   "0xF0,0x41,0x10,0x45,0x12,0x10,0x00,0x00,0x48,0x65,0x6C,0x6C,0x6F,0x7C,0xF7" "$(clipboard)"
 
-if [[ -x "$HERE/run_e2e_more.sh" ]]; then
-  source "$HERE/run_e2e_more.sh"
+# Back to the plain layout: no prefix, one space between bytes.
+click_at $TXT_PREFIX
+xdotool key ctrl+a BackSpace
+click_at $TXT_SEP
+xdotool key ctrl+a; xdotool type " "; sleep 0.3
+
+# --- painting with Shift and the real pointer ---------------------------------
+# Cell (row r, column c) lies at (125 + 24c, 42 + 10r) in the window.
+xdotool mousemove --window "$WINDOW" 3 300; sleep 0.1   # bare window: no cell under the mouse
+xdotool keydown shift
+xdotool mousemove --window "$WINDOW" $((125 + 24 * 7)) $((42 + 10 * 2)); sleep 0.3
+xdotool keyup shift; sleep 0.3
+check "Shift over row 2, column 7 stores page 1 with data byte 18 = 04" \
+  "$(store_message 1 39)" "$(clipboard)"
+
+# --- reading two messages back from the clipboard -----------------------------
+TEXT_ABC="F0 41 10 45 12 10 00 00 61 62 63 4A F7"
+DIAGONAL="$(store_message 3 0 17 34 51 68 85 102 119 136 153 170 187 204 221 238 255)"
+printf '%s\r\n%s\r\n' "$TEXT_ABC" "$DIAGONAL" | xclip -i -selection clipboard
+sleep 0.3
+click_at 404 492   # "Read from clipboard"
+sleep 0.8
+check "cleaned messages reach the clipboard" \
+  "$(printf '%s\r\n%s' "$TEXT_ABC" "$DIAGONAL")" "$(clipboard)"
+# The results window puts the focus in its text; keys go where the pointer is, so move
+# it there, then select all and copy.
+DIALOG=$(xdotool search --sync --onlyvisible --name 'SysEx Decoding Results' | head -1)
+xdotool mousemove --window "$DIALOG" 300 100; sleep 0.2
+xdotool key ctrl+a ctrl+c; sleep 0.3
+check "results window lists both messages" \
+  "$(printf ' #1. Display text: abc\r\n #2. Graphic: Store page 3\r\n')" "$(clipboard)"
+xdotool key Return; sleep 0.3
+
+# --- pages and prefix survive a SIGTERM and a new start -----------------------
+# Page 3 (the decoded diagonal) is open: step down to page 2 and paint row 5, column 0.
+click_at 577 45    # lower half of the page spinner
+xdotool mousemove --window "$WINDOW" 3 300; sleep 0.1   # bare window: no cell under the mouse
+xdotool keydown shift
+xdotool mousemove --window "$WINDOW" 125 92; sleep 0.3
+xdotool keyup shift
+click_at $TXT_PREFIX
+xdotool type --delay 40 "0x"; sleep 0.3
+kill -TERM "$APP_PID"
+if wait_app_end; then
+  echo "ok: SIGTERM ends the program"; passes=$((passes + 1))
+else
+  echo "FAILED: the program did not end after SIGTERM"; failures=$((failures + 1))
 fi
+expected_memory=$( { store_message 1 39; printf '\r\n'; store_message 2 80; printf '\r\n'
+  printf '%s\r\n' "$DIAGONAL"; for p in $(seq 4 10); do store_message "$p"; printf '\r\n'; done; } | od -An -tx1 | tr -d ' \n')
+check "memory.txt holds the three pages exactly" "$expected_memory" \
+  "$(od -An -tx1 "$APPDIR/memory.txt" | tr -d ' \n')"
+check "settings.bin holds the prefix 0x and the default suffix and separator" \
+  "0200000030780000000001000000 20" "$(od -An -tx1 "$APPDIR/settings.bin" | tr -d '\n' | sed 's/^ //; s/ //g; s/^\(.\{28\}\)/\1 /')"
+
+start_app "$APPDIR" "$BINARY"
+click_at $CHK_AUTO
+click_at 216 388   # "Store graphic page" regenerates and copies page 1
+check "page 1 is back after the restart, in the saved layout" \
+  "$(store_message 1 39 | sed 's/\([0-9A-F][0-9A-F]\)/0x\1/g')" "$(clipboard)"
+click_at 577 36    # upper half of the page spinner: page 2
+check "page 2 is back after the restart" \
+  "$(store_message 2 80 | sed 's/\([0-9A-F][0-9A-F]\)/0x\1/g')" "$(clipboard)"
 
 echo "$passes passed, $failures failed"
 [[ $failures -eq 0 ]]

@@ -60,3 +60,22 @@ wait_app_end() {
 # Clicks at a point of the window's client area (pixels).
 click_at() { xdotool mousemove --window "$WINDOW" "$1" "$2" click 1; sleep 0.2; }
 clipboard() { xclip -o -selection clipboard 2>/dev/null; }
+
+# The store message for page $1 with the pixels given by index (16 * row + column) on,
+# as the program writes it: store_message 1 39
+store_message() {
+  local page=$1; shift
+  local -a data=() body=()
+  local i p sum=0 line
+  for i in $(seq 0 63); do data[i]=0; done
+  for p in "$@"; do
+    local r=$((p / 16)) c=$((p % 16))
+    local idx=$(( (c / 5) * 16 + r ))
+    data[idx]=$(( data[idx] | (16 >> (c % 5)) ))
+  done
+  body=(16 $(( 1 + (page - 1) / 2 )) $(( page % 2 == 0 ? 64 : 0 )) "${data[@]}")
+  for i in "${body[@]}"; do sum=$((sum + i)); done
+  line="F0 41 10 45 12"
+  for i in "${body[@]}" $(( (128 - sum % 128) % 128 )); do line+=$(printf ' %02X' "$i"); done
+  printf '%s F7' "$line"
+}
