@@ -5,6 +5,7 @@
 #include "decode/frm_decoded.h"
 #include "mainwindow/clipboard_access.h"
 #include "mainwindow/main_form.h"
+#include "mainwindow/read_only_text_box.h"
 #include "mainwindow/text_box_keys.h"
 #include "ui_main_form.h"
 
@@ -58,6 +59,13 @@ void MainForm::cmdSysExDecode_Click() {
         return;
     }
 
+    // The pane is written several times per message; only the final text is ever seen.
+    struct DeferPane {
+        ReadOnlyTextBox* pane;
+        explicit DeferPane(ReadOnlyTextBox* box) : pane(box) { pane->setDisplayDeferred(true); }
+        ~DeferPane() { pane->setDisplayDeferred(false); }
+    } deferPane(ui->txtSysExOut);
+
     const QStringList messages = SplitMessages(SpaceHexPairs(digits));
     QString results;
     QStringList cleaned;
@@ -79,6 +87,7 @@ void MainForm::cmdSysExDecode_Click() {
     SkipOutputLayout = true;
     SetSysExOutText(cleaned.join(QStringLiteral("\r\n")));
     SkipOutputLayout = false;
+    ui->txtSysExOut->setDisplayDeferred(false);
 
     if (!decoded_) decoded_ = std::make_unique<frmDecoded>(this, platform_);
     decoded_->SetAllText(static_cast<qint32>(messages.size()), results);

@@ -37,7 +37,9 @@ PixelGrid::PixelGrid(QWidget* parent) : QWidget(parent) {
 void PixelGrid::setCell(int index, bool on) {
     if (index < 0 || index >= kPagePixels || cells_[index] == on) return;
     cells_[index] = on;
-    update(cellRect(index));
+    // The whole grid, not the cell: a page change repaints up to 256 cells, and collecting
+    // that many small rectangles costs far more than painting the grid once.
+    update();
 }
 
 int PixelGrid::cellAt(QPointF point) {

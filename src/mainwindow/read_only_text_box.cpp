@@ -13,7 +13,21 @@ ReadOnlyTextBox::ReadOnlyTextBox(QWidget* parent) : QPlainTextEdit(parent) {
 
 void ReadOnlyTextBox::setText(const QString& text) {
     text_ = text;
-    QString shown = text;
+    if (deferred_) {
+        stale_ = true;
+        return;
+    }
+    display();
+}
+
+void ReadOnlyTextBox::setDisplayDeferred(bool deferred) {
+    deferred_ = deferred;
+    if (!deferred_ && stale_) display();
+}
+
+void ReadOnlyTextBox::display() {
+    stale_ = false;
+    QString shown = text_;
     shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     shown.replace(QLatin1Char('\r'), QLatin1Char('\n'));
     setPlainText(shown);

@@ -19,8 +19,16 @@ public:
     void selectAll();
     void setCaretToStart();
 
+    // While deferred, setText only remembers the text; laying it out for display waits
+    // until deferring ends. Saves a long run of writes nobody sees from laying out each.
+    void setDisplayDeferred(bool deferred);
+
 private:
+    void display();
+
     QString text_;
+    bool deferred_ = false;
+    bool stale_ = false;
 };
 
 }  // namespace lumidot
