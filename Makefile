@@ -39,9 +39,10 @@ fuzz:
 	  "$$f" -max_total_time=$(FUZZ_SECONDS) -max_len=4096 || exit 1; \
 	done
 
-# Takes a picture of the running window under Xvfb into docs/screenshot.png.
+# Pictures of the running window under Xvfb: as it starts, and with a drawing.
 screenshot: build
 	tests/e2e/screenshot.sh $(BUILD)/lumidot docs/screenshot.png
+	tests/e2e/screenshot.sh $(BUILD)/lumidot docs/screenshot-drawing.png draw
 
 clean:
 	rm -rf $(BUILD) $(BUILD)-fuzz
