@@ -8,16 +8,12 @@
 
 #include "mainwindow/read_only_text_box.h"
 #include "mainwindow/text_box_keys.h"
+#include "mainwindow/small_widgets.h"
 #include "ui_frm_decoded.h"
 
 namespace lumidot {
 
 namespace {
-
-// A title and a close box; nothing to minimise or maximise.
-constexpr Qt::WindowFlags kDialogFlags = Qt::Dialog | Qt::CustomizeWindowHint |
-                                         Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
-                                         Qt::WindowCloseButtonHint;
 
 // 8.25 points at 96 dots per inch, the size the results are laid out for.
 constexpr int kResultsFontPixels = 11;
@@ -34,11 +30,7 @@ QString FormatCount(qint32 count) {
 frmDecoded::frmDecoded(QWidget* owner, Platform& platform)
     : QDialog(owner, kDialogFlags), ui(std::make_unique<Ui::frmDecoded>()), platform_(platform) {
     ui->setupUi(this);
-    setFixedSize(size());
-    if (owner) {
-        setFont(owner->font());
-        setWindowIcon(owner->windowIcon());
-    }
+    TakeOwnersLook(this, owner);
 
     ReadOnlyTextBox& box = *ui->txtDecodedOut;
     QFont font = box.font();

@@ -4,16 +4,12 @@
 #include <QShowEvent>
 
 #include "codec/graphic_page.h"
+#include "mainwindow/small_widgets.h"
 #include "ui_frm_page_copy.h"
 
 namespace lumidot {
 
 namespace {
-
-// A title and a close button, but nothing to minimise or maximise a six-control question.
-constexpr Qt::WindowFlags kDialogFlags = Qt::Dialog | Qt::CustomizeWindowHint |
-                                         Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
-                                         Qt::WindowCloseButtonHint;
 
 // The source label's caption is made from this template kept with the label in the form.
 constexpr char kTemplateProperty[] = "tag";
@@ -24,11 +20,7 @@ constexpr char kPageMarker[] = "%a";
 frmPageCopy::frmPageCopy(QWidget* owner, Memory& memory)
     : QDialog(owner, kDialogFlags), ui(std::make_unique<Ui::frmPageCopy>()), memory_(memory) {
     ui->setupUi(this);
-    setFixedSize(size());
-    if (owner) {
-        setFont(owner->font());
-        setWindowIcon(owner->windowIcon());
-    }
+    TakeOwnersLook(this, owner);
 
     ui->udPageNumDest->setRange(kFirstPage, kLastPage);
     ui->udPageNumDest->setBuddy(ui->lblPageNumDest);

@@ -117,6 +117,14 @@ void ApplyProgramLook() {
     QApplication::setFont(font);
 }
 
+void TakeOwnersLook(QWidget* dialog, QWidget* owner) {
+    dialog->setFixedSize(dialog->size());
+    if (owner) {
+        dialog->setFont(owner->font());
+        dialog->setWindowIcon(owner->windowIcon());
+    }
+}
+
 QFont TextBoxFont() {
     QFont font(QStringLiteral("Courier New"));
     font.setStyleHint(QFont::TypeWriter);
