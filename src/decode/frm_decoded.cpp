@@ -15,9 +15,6 @@ namespace lumidot {
 
 namespace {
 
-// 8.25 points at 96 dots per inch, the size the results are laid out for.
-constexpr int kResultsFontPixels = 11;
-
 }  // namespace
 
 QString FormatCount(qint32 count) {
@@ -33,10 +30,7 @@ frmDecoded::frmDecoded(QWidget* owner, Platform& platform)
     TakeOwnersLook(this, owner);
 
     ReadOnlyTextBox& box = *ui->txtDecodedOut;
-    QFont font = box.font();
-    font.setStyleHint(QFont::TypeWriter);
-    font.setPixelSize(kResultsFontPixels);
-    box.setFont(font);
+    box.setFont(TextBoxFont());
     // On the button face, so that the results read as something to look at, not to type into.
     QPalette palette = box.palette();
     palette.setColor(QPalette::Base, palette.color(QPalette::Button));
