@@ -13,10 +13,6 @@
 
 namespace lumidot {
 
-namespace {
-
-}  // namespace
-
 QString FormatCount(qint32 count) {
     QLocale locale;
     // The C locale leaves group separators out unless asked; counts always have them.
