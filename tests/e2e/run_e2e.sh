@@ -17,6 +17,17 @@ check() {  # check NAME EXPECTED ACTUAL
   fi
 }
 
+# Waits up to 5 s for the clipboard to hold the expected text, then checks it.
+check_clipboard() {  # check_clipboard NAME EXPECTED
+  local i actual
+  for i in $(seq 50); do
+    actual=$(clipboard)
+    [[ "$actual" == "$2" ]] && break
+    sleep 0.1
+  done
+  check "$1" "$2" "$actual"
+}
+
 if ! start_xvfb >"$E2E_TMP/xvfb-reason" 2>&1; then
   reason=$(cat "$E2E_TMP/xvfb-reason")
   echo "SKIPPED: $reason"
@@ -40,16 +51,16 @@ TXT_SEP="290 497"
 click_at $CHK_AUTO
 click_at $TXT_TEXTIN
 xdotool type --delay 40 "Hello"; sleep 0.4
-check "LCD text Hello reaches the clipboard" \
-  "F0 41 10 45 12 10 00 00 48 65 6C 6C 6F 7C F7" "$(clipboard)"
+check_clipboard "LCD text Hello reaches the clipboard" \
+  "F0 41 10 45 12 10 00 00 48 65 6C 6C 6F 7C F7"
 
 # --- a prefix of 0x and a comma separator ------------------------------------
 click_at $TXT_PREFIX
 xdotool type --delay 40 "0x"; sleep 0.2
 click_at $TXT_SEP
 xdotool key ctrl+a; xdotool type --delay 40 ","; sleep 0.4
-check "laid-out message reaches the clipboard" \
-  "0xF0,0x41,0x10,0x45,0x12,0x10,0x00,0x00,0x48,0x65,0x6C,0x6C,0x6F,0x7C,0xF7" "$(clipboard)"
+check_clipboard "laid-out message reaches the clipboard" \
+  "0xF0,0x41,0x10,0x45,0x12,0x10,0x00,0x00,0x48,0x65,0x6C,0x6C,0x6F,0x7C,0xF7"
 
 # Back to the plain layout: no prefix, one space between bytes.
 click_at $TXT_PREFIX
@@ -63,8 +74,8 @@ xdotool mousemove --window "$WINDOW" 3 300; sleep 0.1   # bare window: no cell u
 xdotool keydown shift
 xdotool mousemove --window "$WINDOW" $((125 + 24 * 7)) $((42 + 10 * 2)); sleep 0.3
 xdotool keyup shift; sleep 0.3
-check "Shift over row 2, column 7 stores page 1 with data byte 18 = 04" \
-  "$(store_message 1 39)" "$(clipboard)"
+check_clipboard "Shift over row 2, column 7 stores page 1 with data byte 18 = 04" \
+  "$(store_message 1 39)"
 
 # --- reading two messages back from the clipboard -----------------------------
 TEXT_ABC="F0 41 10 45 12 10 00 00 61 62 63 4A F7"
@@ -73,15 +84,15 @@ printf '%s\r\n%s\r\n' "$TEXT_ABC" "$DIAGONAL" | xclip -i -selection clipboard
 sleep 0.3
 click_at 404 492   # "Read from clipboard"
 sleep 0.8
-check "cleaned messages reach the clipboard" \
-  "$(printf '%s\r\n%s' "$TEXT_ABC" "$DIAGONAL")" "$(clipboard)"
+check_clipboard "cleaned messages reach the clipboard" \
+  "$(printf '%s\r\n%s' "$TEXT_ABC" "$DIAGONAL")"
 # The results window puts the focus in its text; keys go where the pointer is, so move
 # it there, then select all and copy.
 DIALOG=$(xdotool search --sync --onlyvisible --name 'SysEx Decoding Results' | head -1)
 xdotool mousemove --window "$DIALOG" 300 100; sleep 0.2
 xdotool key ctrl+a ctrl+c; sleep 0.3
-check "results window lists both messages" \
-  "$(printf ' #1. Display text: abc\r\n #2. Graphic: Store page 3\r\n')" "$(clipboard)"
+check_clipboard "results window lists both messages" \
+  "$(printf ' #1. Display text: abc\r\n #2. Graphic: Store page 3\r\n')"
 xdotool key Return; sleep 0.3
 
 # --- pages and prefix survive a SIGTERM and a new start -----------------------
@@ -109,11 +120,11 @@ check "settings.bin holds the prefix 0x and the default suffix and separator" \
 start_app "$APPDIR" "$BINARY"
 click_at $CHK_AUTO
 click_at 216 388   # "Store graphic page" regenerates and copies page 1
-check "page 1 is back after the restart, in the saved layout" \
-  "$(store_message 1 39 | sed 's/\([0-9A-F][0-9A-F]\)/0x\1/g')" "$(clipboard)"
+check_clipboard "page 1 is back after the restart, in the saved layout" \
+  "$(store_message 1 39 | sed 's/\([0-9A-F][0-9A-F]\)/0x\1/g')"
 click_at 577 36    # upper half of the page spinner: page 2
-check "page 2 is back after the restart" \
-  "$(store_message 2 80 | sed 's/\([0-9A-F][0-9A-F]\)/0x\1/g')" "$(clipboard)"
+check_clipboard "page 2 is back after the restart" \
+  "$(store_message 2 80 | sed 's/\([0-9A-F][0-9A-F]\)/0x\1/g')"
 
 echo "$passes passed, $failures failed"
 [[ $failures -eq 0 ]]
