@@ -1,6 +1,7 @@
 // Whole decoding runs through the real window: clipboard in, pane, page, results window.
 #include <QLabel>
 #include <QLocale>
+#include <random>
 
 #include "decode/frm_decoded.h"
 #include "mainwindow/read_only_text_box.h"
@@ -170,6 +171,27 @@ TEST_F(DecodingRunTest, ThousandsOfMessagesAreCountedWithGroupSeparators) {
     decode(messages.join(QStringLiteral("\r\n")));
     EXPECT_EQ(countLabel, QStringLiteral("1,234 SysEx messages have been decoded as follows:"));
     EXPECT_TRUE(resultText.endsWith(QStringLiteral("#1234. Display text: abc\r\n")));
+}
+
+TEST_F(DecodingRunTest, ThousandsOfRandomAndCutMessagesDecodeToOneLineEach) {
+    std::mt19937 random(2024);
+    QStringList messages;
+    for (int i = 0; i < 3000; ++i) {
+        // Random bytes below F0 (so the count is known), often with a real GS header and a
+        // store, text or display address, sometimes cut short.
+        QStringList bytes{QStringLiteral("F0")};
+        if (random() % 2) bytes << QStringLiteral("41 10 45 12 10 0%1 00").arg(random() % 8).split(' ');
+        const int length = static_cast<int>(random() % 80);
+        for (int b = 0; b < length; ++b) bytes << QStringLiteral("%1").arg(random() % 0xF0, 2, 16, QLatin1Char('0')).toUpper();
+        if (random() % 4) bytes << QStringLiteral("F7");
+        messages << bytes.join(QLatin1Char(' '));
+    }
+    messages.last() += QStringLiteral(" F7");
+    decode(messages.join(QStringLiteral("\r\n")));
+    EXPECT_EQ(failureTitle(), QString());
+    EXPECT_EQ(countLabel, QStringLiteral("3,000 SysEx messages have been decoded as follows:"));
+    EXPECT_EQ(resultText.count(QStringLiteral("\r\n")), 3000);
+    EXPECT_EQ(pane().count(QStringLiteral("\r\n")), 2999) << "one cleaned line per message";
 }
 
 TEST_F(DecodingRunTest, CleanedMessagesReachTheClipboardLastWithAutomaticCopy) {
