@@ -4,117 +4,55 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
-#include <memory>
-#include <optional>
+#include <string>
 
 #include "storage/text_helpers.h"
 
 namespace lumidot {
 namespace {
 
-// One folder of real things for every FileExists row.
-class FileExistsTest
-    : public ::testing::TestWithParam<std::tuple<const char*, std::optional<const char*>, bool>> {
-protected:
-    static void SetUpTestSuite() {
-        folder = std::make_unique<QTemporaryDir>();
-        ASSERT_TRUE(folder->isValid());
-        const QDir dir(folder->path());
-        writeFile(dir.filePath("memory.txt"), "F0 F7\r\n");
-        writeFile(dir.filePath("empty.bin"), "");
-        writeFile(dir.filePath(".hidden"), "x");
-        ASSERT_TRUE(dir.mkpath("folder"));
-        ASSERT_TRUE(dir.mkpath(".config"));
-        writeFile(dir.filePath(".config/settings.bin"), "x");
-        ASSERT_EQ(mkfifo(QFile::encodeName(dir.filePath("pipe")).constData(), 0600), 0);
-        ASSERT_TRUE(QFile::link(dir.filePath("memory.txt"), dir.filePath("link-to-file")));
-        ASSERT_TRUE(QFile::link(dir.filePath("folder"), dir.filePath("link-to-folder")));
-        ASSERT_TRUE(QFile::link(dir.filePath("missing.txt"), dir.filePath("dangling")));
+using namespace std::string_literals;
+
+// Paths in a folder of real things: empty files, folders, a pipe and a link.
+TEST(FileExistsTest, TrueOnlyForOrdinaryVisibleFiles) {
+    const QTemporaryDir folder;
+    const QDir dir(folder.path());
+    ASSERT_TRUE(dir.mkpath("folder") && dir.mkpath(".config"));
+    for (const char* name : {"memory.txt", ".hidden", ".config/settings.bin"}) {
+        ASSERT_TRUE(QFile(dir.filePath(name)).open(QIODevice::WriteOnly)) << name;
     }
-    static void TearDownTestSuite() { folder.reset(); }
-
-    static void writeFile(const QString& path, const QByteArray& content) {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
+    ASSERT_EQ(mkfifo(QFile::encodeName(dir.filePath("pipe")).constData(), 0600), 0);
+    ASSERT_TRUE(QFile::link(dir.filePath("memory.txt"), dir.filePath("link-to-file")));
+    for (const char* name : {"memory.txt", ".config/settings.bin", "link-to-file"}) {
+        EXPECT_TRUE(FileExists(dir.filePath(name))) << name;
     }
+    for (const char* name : {"memory.txt/", "folder", ".hidden", "missing.txt", "pipe"}) {
+        EXPECT_FALSE(FileExists(dir.filePath(name))) << name;
+    }
+    EXPECT_FALSE(FileExists(QString()));
+}
 
-    static inline std::unique_ptr<QTemporaryDir> folder;
-};
+// Bytes and the text they decode to; every byte counts, malformed ones become U+FFFD, and
+// text without U+FFFD encodes back to the same bytes.
+class Utf8Test : public ::testing::TestWithParam<std::pair<std::string, std::u16string>> {};
 
-TEST_P(FileExistsTest, TellsOrdinaryVisibleFilesFromEverythingElse) {
-    const auto& [label, relative, expected] = GetParam();
-    const QString path = relative ? QDir(folder->path()).filePath(*relative) : QString();
-    EXPECT_EQ(FileExists(path), expected) << label << ": " << path.toStdString();
+TEST_P(Utf8Test, DecodesEveryByteAndEncodesBack) {
+    const QByteArray bytes = QByteArray::fromStdString(GetParam().first);
+    const QString text = QStringView(GetParam().second).toString();
+    EXPECT_EQ(FromUTF8(bytes), text);
+    if (text.contains(QChar(0xFFFD))) return;  // malformed bytes do not come back
+    EXPECT_EQ(ToUTF8(text), bytes);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Paths, FileExistsTest,
-    ::testing::Values(std::make_tuple("empty path", std::nullopt, false),
-                      std::make_tuple("existing file", "memory.txt", true),
-                      std::make_tuple("empty file", "empty.bin", true),
-                      std::make_tuple("existing file with a trailing slash", "memory.txt/", false),
-                      std::make_tuple("existing folder", "folder", false),
-                      std::make_tuple("existing folder with a trailing slash", "folder/", false),
-                      std::make_tuple("hidden file", ".hidden", false),
-                      std::make_tuple("ordinary file inside a hidden folder",
-                                      ".config/settings.bin", true),
-                      std::make_tuple("missing file", "missing.txt", false),
-                      std::make_tuple("named pipe", "pipe", false),
-                      std::make_tuple("link to a file", "link-to-file", true),
-                      std::make_tuple("link to a folder", "link-to-folder", false),
-                      std::make_tuple("link to nothing", "dangling", false),
-                      std::make_tuple("character device", "/dev/null", false)));
+    Rows, Utf8Test,
+    ::testing::Values(std::pair{"A\xC3\xA9"s, u"A\u00E9"s},
+                      std::pair{"\xF0\x9F\x98\x80"s, u"\xD83D\xDE00"s},  // a surrogate pair
+                      std::pair{"\xFF"s, u"\uFFFD"s}, std::pair{"A\xC3"s, u"A\uFFFD"s},
+                      std::pair{"A\0B"s, u"A\0B"s},
+                      std::pair{"\xEF\xBB\xBF\x41"s, u"\uFEFFA"s}));  // the byte-order mark kept
 
-QString Units(std::initializer_list<char16_t> units) {
-    QString text;
-    for (char16_t unit : units) text.append(QChar(unit));
-    return text;
-}
-
-struct Utf8Row {
-    const char* label;
-    QByteArray bytes;
-    QString text;
-};
-
-class FromUtf8Test : public ::testing::TestWithParam<Utf8Row> {};
-
-TEST_P(FromUtf8Test, DecodesEveryByte) {
-    const Utf8Row& row = GetParam();
-    EXPECT_EQ(FromUTF8(row.bytes), row.text) << row.label;
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Bytes, FromUtf8Test,
-    ::testing::Values(Utf8Row{"ASCII", QByteArray("\x41\x42\x43"), "ABC"},
-                      Utf8Row{"two-byte character", QByteArray("\xC3\xA9"), Units({0x00E9})},
-                      Utf8Row{"four-byte character", QByteArray("\xF0\x9F\x98\x80"),
-                              Units({0xD83D, 0xDE00})},
-                      Utf8Row{"lone FF", QByteArray("\xFF"), Units({0xFFFD})},
-                      Utf8Row{"cut-off sequence", QByteArray("A\xC3"), Units({'A', 0xFFFD})},
-                      Utf8Row{"NUL inside", QByteArray("A\0B", 3), Units({'A', 0, 'B'})},
-                      Utf8Row{"byte-order mark kept",
-                              QByteArray("\xEF\xBB\xBF"
-                                         "A"),
-                              Units({0xFEFF, 'A'})}));
-
-class ToUtf8Test : public ::testing::TestWithParam<Utf8Row> {};
-
-TEST_P(ToUtf8Test, EncodesAndDecodesBack) {
-    const Utf8Row& row = GetParam();
-    EXPECT_EQ(ToUTF8(row.text), row.bytes) << row.label;
-    EXPECT_EQ(FromUTF8(ToUTF8(row.text)), row.text) << row.label;
-}
-
-INSTANTIATE_TEST_SUITE_P(Texts, ToUtf8Test,
-                         ::testing::Values(Utf8Row{"ASCII", QByteArray("\x41\x42\x43"), "ABC"},
-                                           Utf8Row{"two-byte character", QByteArray("\xC3\xA9"),
-                                                   Units({0x00E9})},
-                                           Utf8Row{"surrogate pair", QByteArray("\xF0\x9F\x98\x80"),
-                                                   Units({0xD83D, 0xDE00})}));
-
-TEST(FromUtf8Failure, AnEmptyArrayRaisesTheRoutinesError) {
+TEST(Utf8FailureTest, AnEmptyArrayRaisesTheRoutinesError) {
     try {
         FromUTF8(QByteArray());
         FAIL() << "no error raised";
