@@ -2,6 +2,8 @@
 
 #include <QStringView>
 
+#include "codec/gs_message.h"
+
 namespace lumidot {
 
 namespace {
@@ -161,8 +163,9 @@ QString ReadHexDigits(const QString& text, const QString& prefix, const QString&
 }
 
 QString NumberedLine(int number, const QString& explanation) {
-    return QStringLiteral("#%1").arg(number).rightJustified(3, QLatin1Char(' ')) +
-           QStringLiteral(". ") + explanation + QStringLiteral("\r\n");
+    const std::string label = PadText("#" + std::to_string(number), " ", 3, false);
+    return QString::fromStdString(label) + QStringLiteral(". ") + explanation +
+           QStringLiteral("\r\n");
 }
 
 }  // namespace lumidot

@@ -89,9 +89,11 @@ MainForm::~MainForm() {
 }
 
 void MainForm::Form_Load() {
-    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-    move(screen.center() - rect().center());
     show();
+    // Centred with its title bar and borders, now that it has them.
+    QRect frame = frameGeometry();
+    frame.moveCenter(QGuiApplication::primaryScreen()->availableGeometry().center());
+    move(frame.topLeft());
 
     setWindowTitle(windowTitle() + VersionCaption());
     buildPixelGrid();

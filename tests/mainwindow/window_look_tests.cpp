@@ -1,0 +1,40 @@
+// The three windows as the desktop sees them: title, fixed size, buttons, icon.
+#include <QLabel>
+
+#include "decode/frm_decoded.h"
+#include "editor/frm_page_copy.h"
+#include "support/main_form_fixture.h"
+
+namespace lumidot::testing {
+namespace {
+
+void ExpectFixedDialogLook(QWidget& window, const QString& title, QSize size) {
+    SCOPED_TRACE(title.toStdString());
+    EXPECT_EQ(window.windowTitle(), title);
+    EXPECT_EQ(window.minimumSize(), size);
+    EXPECT_EQ(window.maximumSize(), size);
+    EXPECT_FALSE(window.windowFlags() & Qt::WindowMaximizeButtonHint);
+    EXPECT_FALSE(window.windowIcon().isNull());
+}
+
+TEST_F(MainFormTest, WindowsHaveTheirTitlesSizesAndIcon) {
+    ExpectFixedDialogLook(*window, QStringLiteral("Lumidot by Tarrowen (v1.0.5)"), QSize(600, 528));
+    EXPECT_TRUE(window->windowFlags() & Qt::WindowMinimizeButtonHint);
+
+    frmDecoded results(window.get(), fake.platform);
+    ExpectFixedDialogLook(results, QStringLiteral("SysEx Decoding Results"), QSize(697, 273));
+    EXPECT_FALSE(results.windowFlags() & Qt::WindowMinimizeButtonHint);
+
+    frmPageCopy::Memory memory;
+    frmPageCopy copy(window.get(), memory);
+    ExpectFixedDialogLook(copy, QStringLiteral("Copy To Page"), QSize(217, 121));
+    EXPECT_FALSE(copy.windowFlags() & Qt::WindowMinimizeButtonHint);
+}
+
+TEST_F(MainFormTest, TheWindowOpensCentredOnTheScreen) {
+    const QRect screen = window->screen()->availableGeometry();
+    EXPECT_LE((window->frameGeometry().center() - screen.center()).manhattanLength(), 1);
+}
+
+}  // namespace
+}  // namespace lumidot::testing
