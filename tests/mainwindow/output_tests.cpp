@@ -23,15 +23,6 @@ TEST_F(OutputTest, CaptionCarriesTheVersion) {
     EXPECT_EQ(window->windowTitle(), QStringLiteral("Lumidot by Tarrowen (v1.0.5)"));
 }
 
-TEST_F(OutputTest, FirstStartShowsStorePageOneInDefaultLayout) {
-    EXPECT_TRUE(ui().optSEGStore->isChecked());
-    EXPECT_EQ(ui().txtHexSep->text(), QStringLiteral(" "));
-    EXPECT_EQ(pane(), QStringLiteral("F0 41 10 45 12 10 01 00 ") +
-                          QStringLiteral("00 ").repeated(64) + QStringLiteral("6F F7"));
-    EXPECT_FALSE(window->SysExCopyAuto);
-    EXPECT_TRUE(fake.clipboard.written.empty());
-}
-
 struct LayoutRow {
     const char* prefix;
     const char* suffix;

@@ -39,13 +39,6 @@ INSTANTIATE_TEST_SUITE_P(Lengths, CounterTest,
                                            CounterRow{17, "-1", "15", true},
                                            CounterRow{32, "-16", "0", true}));
 
-TEST_F(MainFormTest, StartShowsCountersAndTheNonScrollingNote) {
-    EXPECT_EQ(ui().lblTextInRem16->text(), QStringLiteral("16"));
-    EXPECT_EQ(ui().lblTextInRem32->text(), QStringLiteral("32"));
-    EXPECT_TRUE(ui().frmTextInArrow16->isVisible());
-    EXPECT_FALSE(ui().frmTextInArrow32->isVisible());
-}
-
 TEST_F(MainFormTest, TheThirtyThirdCharacterIsRefusedWhateverItsSource) {
     const QString thirtyTwo = QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ012345");
     QTest::keyClicks(ui().txtTextIn, thirtyTwo + QStringLiteral("6"));

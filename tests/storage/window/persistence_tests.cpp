@@ -46,6 +46,9 @@ protected:
 
 TEST_F(PersistenceTest, FirstRunReadsNothingAndClosingWritesBothFiles) {
     EXPECT_EQ(window->FDPageNum, 1);
+    EXPECT_TRUE(ui().optSEGStore->isChecked());
+    EXPECT_EQ(pane(), QString::fromStdString(MakeGraphicStoreSysEx(Page{}, 1)));
+    EXPECT_FALSE(window->SysExCopyAuto);
     EXPECT_EQ(ui().txtHexPrefix->text(), QString());
     EXPECT_EQ(ui().txtHexSep->text(), QStringLiteral(" "));
     EXPECT_EQ(window->MemoryFilePath, file("memory.txt"));
