@@ -1,4 +1,5 @@
 // memory.txt and settings.bin with real files in temporary folders, through the window.
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QStandardPaths>
@@ -35,6 +36,16 @@ const QByteArray kDefaultSettings("\0\0\0\0\0\0\0\0\1\0\0\0 ", 13);
 
 class PersistenceTest : public MainFormTest {
 protected:
+    // Each test gets a user data folder of its own, so that tests running side by side
+    // never see or remove each other's files there.
+    void SetUp() override {
+        const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
+        QCoreApplication::setApplicationName(QStringLiteral("lumidot-test-%1-%2")
+                                                 .arg(test->test_suite_name(), test->name())
+                                                 .replace(QLatin1Char('/'), QLatin1Char('-')));
+        MainFormTest::SetUp();
+    }
+
     QString file(const char* name) const { return folder.path() + QLatin1Char('/') + name; }
     // Closes the window as the user would, which saves, and starts a new one.
     void restart() {
