@@ -40,7 +40,8 @@ start_app() {
   local folder=$1 binary=$2
   mkdir -p "$folder"
   cp "$binary" "$folder/lumidot"
-  QT_QPA_PLATFORM=xcb "$folder/lumidot" >"$E2E_TMP/app.log" 2>&1 &
+  # A data folder of its own: never the files of a real user of this machine.
+  XDG_DATA_HOME="$E2E_TMP/data" QT_QPA_PLATFORM=xcb "$folder/lumidot" >"$E2E_TMP/app.log" 2>&1 &
   APP_PID=$!
   WINDOW=$(xdotool search --sync --onlyvisible --name 'Lumidot by Tarrowen \(v' | head -1)
   # Let the start-up finish painting and loading.
