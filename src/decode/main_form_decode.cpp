@@ -44,7 +44,7 @@ CheckFailure FailureFor(HexCheck check) {
 void MainForm::cmdSysExDecode_Click() {
     const QString clipboardText = GetClipboardText(platform_, this);
     const QString savedPane = sysExOutText();
-    setSysExOutText(clipboardText.toStdString());
+    writePane(clipboardText);
 
     const QString digits = ReadHexDigits(clipboardText, ui->txtHexPrefix->text(),
                                          ui->txtHexSuffix->text(), ui->txtHexSep->text());
@@ -55,7 +55,7 @@ void MainForm::cmdSysExDecode_Click() {
                                       QString::fromLatin1(failure.prompt),
                                       Prompts::Icon::Exclamation, Prompts::Buttons::Ok,
                                       Prompts::Answer::Ok);
-        setSysExOutText(savedPane.toStdString());
+        writePane(savedPane);
         return;
     }
 

@@ -137,6 +137,8 @@ private:
     void Form_Unload();
     void buildPixelGrid();
     void setStorageFolder(const QString& folder);
+    // Every write of the output pane goes through here, so that it can be counted.
+    void writePane(const QString& text);
     void connectGraphicEditor();
     void connectOutput();
     void setUpKeyboardAndMouse();

@@ -61,13 +61,15 @@ void MainForm::SetSysExOutText(const QString& text) {
             result += suffix;
         }
     }
-    setSysExOutText(result.toStdString());
+    writePane(result);
     if (SysExCopyAuto) cmdSysExCopy_Click();
 }
 
-void MainForm::setSysExOutText(const std::string& text) {
+void MainForm::setSysExOutText(const std::string& text) { writePane(QString::fromStdString(text)); }
+
+void MainForm::writePane(const QString& text) {
     ++sysExOutWrites_;
-    ui->txtSysExOut->setText(QString::fromStdString(text));
+    ui->txtSysExOut->setText(text);
 }
 
 QString MainForm::sysExOutText() const { return ui->txtSysExOut->text(); }
