@@ -17,36 +17,14 @@
 #include "editor/up_down.h"
 #include "mainwindow/main_form.h"
 #include "mainwindow/platform.h"
+#include "measure.h"
 #include "support/fakes.h"
 #include "ui_main_form.h"
 
-namespace {
-
-struct Figures {
-    double median;
-    double p99;
-};
-
-Figures Measure(int runs, const std::function<void(int)>& action) {
-    std::vector<double> micros;
-    micros.reserve(runs);
-    QElapsedTimer timer;
-    for (int i = 0; i < runs; ++i) {
-        timer.start();
-        action(i);
-        micros.push_back(timer.nsecsElapsed() / 1000.0);
-    }
-    std::sort(micros.begin(), micros.end());
-    return {micros[micros.size() / 2], micros[std::min(micros.size() - 1, micros.size() * 99 / 100)]};
-}
-
-void Print(const char* what, int runs, Figures f) {
-    std::printf("%-52s %7d runs   median %8.1f us   p99 %8.1f us\n", what, runs, f.median, f.p99);
-}
-
-}  // namespace
 
 int main(int argc, char** argv) {
+    // Each figure as soon as it is measured, also into a pipe.
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     lumidot::QtPrompts prompts;
@@ -67,7 +45,7 @@ int main(int argc, char** argv) {
         window.Form_Load();
         Ui::MainForm& ui = window.form();
         if (autoCopy) QTest::mouseClick(ui.chkSysExCopyAuto, Qt::LeftButton);
-        if (window.SysExCopyAuto != autoCopy) {
+        if (window.SysExCopyAuto() != autoCopy) {
             std::printf("could not switch automatic copy %s\n", autoCopy ? "on" : "off");
             return 1;
         }
@@ -98,6 +76,8 @@ int main(int argc, char** argv) {
         Print(label, runs, Measure(runs, [&](int i) {
                   ui.udPageNum->setValue(1 + i % 10);
               }));
+        // The drag moves a picture that shows every shift.
+        ui.udPageNum->setValue(1);
         std::snprintf(label, sizeof label, "drag step (one shift), %s", mode);
         Print(label, runs, Measure(runs, [&](int i) {
                   window.picMove_MouseDown(0, 0);
@@ -106,35 +86,6 @@ int main(int argc, char** argv) {
         window.hide();
     }
 
-    // Decoding: a clipboard holding thousands of store, text and display messages, read
-    // through a fake clipboard and a results window that closes at once.
-    lumidot::testing::FakePlatform fake;
-    lumidot::MainForm window(fake.platform, folder.path());
-    window.Form_Load();
-    std::mt19937 random(7);
-    for (int count : {1000, 5000}) {
-        QStringList messages;
-        for (int i = 0; i < count; ++i) {
-            lumidot::Page page{};
-            for (bool& pixel : page) pixel = random() & 1;
-            switch (i % 3) {
-                case 0:
-                    messages << QString::fromStdString(
-                        lumidot::MakeGraphicStoreSysEx(page, static_cast<std::uint8_t>(1 + i % 10)));
-                    break;
-                case 1: messages << QStringLiteral("F0 41 10 45 12 10 00 00 48 65 6C 6C 6F 7C F7"); break;
-                default: messages << QStringLiteral("F0 41 10 45 12 10 20 00 05 4B F7"); break;
-            }
-        }
-        fake.clipboard.text = messages.join(QStringLiteral("\r\n"));
-        const int runs = 5;
-        char label[128];
-        std::snprintf(label, sizeof label, "decode %d messages (%lld KiB of text)", count,
-                      static_cast<long long>(fake.clipboard.text.size() / 1024));
-        const Figures f = Measure(runs, [&](int) { window.cmdSysExDecode_Click(); });
-        std::printf("%-52s %7d runs   median %8.1f ms   max %8.1f ms\n", label, runs,
-                    f.median / 1000.0, f.p99 / 1000.0);
-    }
-    window.hide();
+    RunDecodingBenchmarks(folder.path());
     return 0;
 }

@@ -15,7 +15,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                   e = text.mid(prefix + suffix, separator);
     const QString digits = lumidot::ReadHexDigits(text, p, s, e);
     if (lumidot::CheckHexDigits(digits) == lumidot::HexCheck::Ok) {
-        lumidot::SplitMessages(lumidot::SpaceHexPairs(digits));
+        lumidot::MessageCutter cutter(digits);
+        for (QStringView message; cutter.next(message);) lumidot::SpaceHexPairs(message.toString());
     }
     lumidot::CollapseRepeats(text, e);
     lumidot::NormaliseWhitespace(text, p, s, e);

@@ -101,11 +101,23 @@ QString LineBreaksToSeparator(const QString& text, const QString& separator) {
     return out;
 }
 
-QStringList SplitMessages(const QString& spacedHex) {
-    QStringList pieces =
-        spacedHex.split(QStringLiteral("F0"), Qt::KeepEmptyParts, Qt::CaseInsensitive);
-    pieces.removeFirst();
-    return pieces;
+MessageCutter::MessageCutter(QStringView digits) : digits_(digits), at_(nextStart(0)) {}
+
+qsizetype MessageCutter::nextStart(qsizetype from) const {
+    // Only whole bytes count: an F and a 0 from two neighbouring bytes are no F0.
+    for (qsizetype i = from; i + 1 < digits_.size(); i += 2) {
+        const char16_t high = digits_[i].unicode();
+        if ((high == 'F' || high == 'f') && digits_[i + 1] == QLatin1Char('0')) return i;
+    }
+    return digits_.size();
+}
+
+bool MessageCutter::next(QStringView& message) {
+    if (at_ >= digits_.size()) return false;
+    const qsizetype start = at_ + 2;
+    at_ = nextStart(start);
+    message = digits_.mid(start, at_ - start);
+    return true;
 }
 
 QString NormaliseWhitespace(const QString& text, const QString& prefix, const QString& suffix,

@@ -27,8 +27,21 @@ QString SpaceHexPairs(const QString& text);
 // Line breaks of any kind and any number in a row become one separator.
 QString LineBreaksToSeparator(const QString& text, const QString& separator);
 
-// Cuts spaced hex text at every F0 (either case); the pieces after each F0, without it.
-QStringList SplitMessages(const QString& spacedHex);
+// The messages in checked hex digits, one after the other: the digits after each byte F0
+// (either case) up to the next byte F0 or the end, without the F0. Digits before the first F0
+// belong to no message, and bytes between an F7 and the next F0 stay with the earlier message.
+class MessageCutter {
+public:
+    explicit MessageCutter(QStringView digits);
+    // The next message's digits; false when there is none left.
+    bool next(QStringView& message);
+
+private:
+    qsizetype nextStart(qsizetype from) const;
+
+    QStringView digits_;
+    qsizetype at_;
+};
 
 // Spaces and tabs ("blanks") in text whose line breaks have already become separators,
 // brought into the layout's own shape so that stray ones do not shift the byte positions.

@@ -1,16 +1,21 @@
 // A decoding run: the clipboard's text, read in the user's layout, cut into messages,
 // each described and taken over into the window, the cleaned messages left in the pane.
-#include "codec/describer.h"
+#include <QCoreApplication>
+#include <QElapsedTimer>
+
 #include "decode/decode_text.h"
+#include "decode/decoding_run.h"
 #include "decode/frm_decoded.h"
 #include "mainwindow/clipboard_access.h"
 #include "mainwindow/main_form.h"
-#include "mainwindow/read_only_text_box.h"
 #include "mainwindow/text_box_keys.h"
 #include "ui_main_form.h"
 
 namespace lumidot {
 namespace {
+
+// Longest stretch of a decoding run without a look at the window's events, in milliseconds.
+constexpr qint64 kLongestPauseMs = 40;
 
 struct CheckFailure {
     const char* title;
@@ -42,55 +47,41 @@ CheckFailure FailureFor(HexCheck check) {
 }  // namespace
 
 void MainForm::cmdSysExDecode_Click() {
-    const QString clipboardText = GetClipboardText(platform_, this);
-    const QString savedPane = sysExOutText();
-    writePane(clipboardText);
-
-    const QString digits = ReadHexDigits(clipboardText, ui->txtHexPrefix->text(),
-                                         ui->txtHexSuffix->text(), ui->txtHexSep->text());
-    const HexCheck check = CheckHexDigits(digits);
+    DecodingRun run(model_);
+    run.start(GetClipboardText(platform_, this));
+    // The user sees the clipboard's text in the pane while it is checked.
+    refreshView();
+    const HexCheck check = run.check();
     if (check != HexCheck::Ok) {
         const CheckFailure failure = FailureFor(check);
         platform_.prompts.showMessage(this, QString::fromLatin1(failure.title),
                                       QString::fromLatin1(failure.prompt),
                                       Prompts::Icon::Exclamation, Prompts::Buttons::Ok,
                                       Prompts::Answer::Ok);
-        writePane(savedPane);
+        run.restorePane();
+        refreshView();
         return;
     }
 
-    // The pane is written several times per message; only the final text is ever seen.
-    struct DeferPane {
-        ReadOnlyTextBox* pane;
-        explicit DeferPane(ReadOnlyTextBox* box) : pane(box) { pane->setDisplayDeferred(true); }
-        ~DeferPane() { pane->setDisplayDeferred(false); }
-    } deferPane(ui->txtSysExOut);
-
-    const QStringList messages = SplitMessages(SpaceHexPairs(digits));
-    QString results;
-    QStringList cleaned;
-    cleaned.reserve(messages.size());
-    for (qsizetype k = 0; k < messages.size(); ++k) {
-        const quint64 writesBefore = sysExOutWrites_;
-        const std::string line = DescribeSysEx(messages[k].toStdString(), *this);
-        results += NumberedLine(static_cast<int>(k + 1), QString::fromStdString(line));
-        if (sysExOutWrites_ != writesBefore) {
-            cleaned.append(sysExOutText());
-        } else {
-            // The message changed nothing in the pane (an invalid page, a duration): it
-            // stands in the result as it came, so every message keeps its own line.
-            const QString bytes = messages[k].trimmed();
-            cleaned.append(bytes.isEmpty() ? QStringLiteral("F0") : QStringLiteral("F0 ") + bytes);
+    // The messages are taken over into the model alone; the widgets follow once at the end.
+    // Meanwhile the window keeps repainting and a signal to close is honoured: the run stops
+    // there and the pages are saved as far as it got.
+    viewHeld_ = true;
+    QElapsedTimer sinceEvents;
+    sinceEvents.start();
+    const bool finished = run.describeAll([&] {
+        if (sinceEvents.elapsed() >= kLongestPauseMs) {
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+            sinceEvents.restart();
         }
-    }
-
-    SkipOutputLayout = true;
-    SetSysExOutText(cleaned.join(QStringLiteral("\r\n")));
-    SkipOutputLayout = false;
-    ui->txtSysExOut->setDisplayDeferred(false);
+        return !closing_;
+    });
+    viewHeld_ = false;
+    if (!finished) return;
+    refreshView();
 
     if (!decoded_) decoded_ = std::make_unique<frmDecoded>(this, platform_);
-    decoded_->SetAllText(static_cast<qint32>(messages.size()), results);
+    decoded_->SetAllText(run.count(), run.results());
     platform_.prompts.runModal(*decoded_);
 }
 

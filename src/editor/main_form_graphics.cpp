@@ -4,7 +4,7 @@
 
 #include "codec/graphic_page.h"
 #include "editor/drag_handle.h"
-#include "editor/page_ops.h"
+#include "pages/page_ops.h"
 #include "editor/pixel_grid.h"
 #include "editor/up_down.h"
 #include "mainwindow/main_form.h"
@@ -30,18 +30,6 @@ constexpr int kRightButton = 2;
 constexpr int kDragStepX = PixelGrid::kCellWidth;
 constexpr int kDragStepY = PixelGrid::kRowPitch;
 
-bool IsPageNumber(int page) {
-    return page >= kFirstPage && page <= kLastPage;
-}
-
-// A page operation applied to the page being edited: the whole grid is recoloured and the
-// store-page output regenerated, even when nothing visible changed.
-void ApplyToPage(MainForm& form, Page (*operation)(const Page&)) {
-    form.FDPixels = operation(form.FDPixels);
-    form.RedrawFDPixels();
-    form.FDGraphicChanged(true);
-}
-
 // One shift per whole step between the drag anchor and the pointer along one axis. The
 // anchor moves a step per shift, so what is left of the movement counts towards the next
 // event: a slow drag moves the picture as far as a fast one.
@@ -62,10 +50,8 @@ void MainForm::buildPixelGrid() {
     // In front of the grey rectangle, which shows through the gaps between the cells.
     grid.raise();
     grid.show();
-    for (int i = 0; i < kPagePixels; ++i) {
-        FDPixels[i] = false;
-        SetFDPixelCol(i);
-    }
+    model_.setPixels(Page{});
+    grid.setCells(model_.pages().pixels());
     FDPixelUnderMouse = -1;
 }
 
@@ -73,7 +59,10 @@ void MainForm::connectGraphicEditor() {
     UpDown& pageSpinner = *ui->udPageNum;
     pageSpinner.setRange(kFirstPage, kLastPage);
     pageSpinner.setBuddy(ui->lblPageNum);
-    connect(&pageSpinner, &UpDown::valueChanged, this, [this] { udPageNum_Change(); });
+    connect(&pageSpinner, &UpDown::valueChanged, this, [this](int page) {
+        model_.openPage(page);
+        refreshView();
+    });
 
     const std::pair<QPushButton*, void (MainForm::*)()> buttons[] = {
         {ui->cmdFDClear, &MainForm::cmdFDClear_Click},
@@ -86,7 +75,7 @@ void MainForm::connectGraphicEditor() {
         {ui->cmdFDShiftRight, &MainForm::cmdFDShiftRight_Click},
     };
     for (const auto& [button, handler] : buttons) {
-        connect(button, &QPushButton::clicked, this, [this, handler] { (this->*handler)(); });
+        connect(button, &QPushButton::clicked, this, handler);
     }
 
     SetButtonFace(ui->cmdFDClear, kClearButtonFace);
@@ -109,91 +98,73 @@ void MainForm::connectGraphicEditor() {
 void MainForm::SetPageNum(std::uint8_t page) {
     // Callers pass pages they have validated; anything else is a mistake that must not
     // open a neighbouring page by clamping.
-    if (!IsPageNumber(page)) return;
-    // An unchanged value emits nothing, so the open page is not reloaded from memory.
-    ui->udPageNum->setValue(page);
-}
-
-void MainForm::udPageNum_Change() {
-    const int newPage = ui->udPageNum->value();
-    if (!IsPageNumber(FDPageNum) || !IsPageNumber(newPage)) return;
-    FDPageMem[FDPageNum - 1] = FDPixels;
-    FDPageNum = newPage;
-    FDPixels = FDPageMem[FDPageNum - 1];
-    RedrawFDPixels();
-    // A page change shows that page's message: the text mode gives way to storing it.
-    if (ui->optSEText->isChecked()) selectMode(ui->optSEGStore);
-    FDGraphicChanged(ui->optSEGStore->isChecked());
+    model_.openPage(page);
+    refreshView();
 }
 
 void MainForm::SetFDPixelColAll(const Page& pixels) {
-    FDPixels = pixels;
-    RedrawFDPixels();
+    model_.setPixels(pixels);
+    refreshView();
 }
 
 void MainForm::FDGraphicChanged(bool selectStore) {
-    if (selectStore) selectMode(ui->optSEGStore);
-    AutoSetSysExText();
-}
-
-void MainForm::SetFDPixelCol(int pixelIndex) {
-    if (pixelIndex < 0 || pixelIndex >= kPagePixels) return;
-    ui->lblFDPixelBase->setCell(pixelIndex, FDPixels[pixelIndex]);
-}
-
-void MainForm::RedrawFDPixels() {
-    for (int i = 0; i < kPagePixels; ++i) SetFDPixelCol(i);
+    model_.graphicChanged(selectStore);
+    refreshView();
 }
 
 // --- whole-page buttons ------------------------------------------------------------------
 
 void MainForm::cmdFDClear_Click() {
     const Prompts::Answer answer = platform().prompts.showMessage(
-        this, QStringLiteral("Clear page %1?").arg(FDPageNum),
+        this, QStringLiteral("Clear page %1?").arg(FDPageNum()),
         QStringLiteral("Really erase this page?"), Prompts::Icon::Question, Prompts::Buttons::YesNo,
         Prompts::Answer::Yes);
     if (answer != Prompts::Answer::Yes) return;
-    ApplyToPage(*this, [](const Page&) { return ClearedPage(); });
+    model_.editPage([](const Page&) { return ClearedPage(); });
+    refreshView();
 }
 
 void MainForm::cmdFDInvert_Click() {
-    ApplyToPage(*this, Invert);
+    model_.editPage(Invert);
+    refreshView();
 }
 void MainForm::cmdFDShiftUp_Click() {
-    ApplyToPage(*this, ShiftUp);
+    model_.editPage(ShiftUp);
+    refreshView();
 }
 void MainForm::cmdFDShiftDown_Click() {
-    ApplyToPage(*this, ShiftDown);
+    model_.editPage(ShiftDown);
+    refreshView();
 }
 void MainForm::cmdFDShiftLeft_Click() {
-    ApplyToPage(*this, ShiftLeft);
+    model_.editPage(ShiftLeft);
+    refreshView();
 }
 void MainForm::cmdFDShiftRight_Click() {
-    ApplyToPage(*this, ShiftRight);
+    model_.editPage(ShiftRight);
+    refreshView();
 }
 
 void MainForm::cmdFDPageDisplay_Click() {
-    selectMode(ui->optSEGDisplay);
-    // Page 0 shows no page at all. The display option stays selected, so the next
-    // regeneration replaces this with the selected page's display message.
-    SetSysExOutText(QString::fromStdString(MakeGraphicDisplaySysEx(0)));
+    model_.displayNoPage();
+    refreshView();
 }
 
 void MainForm::cmdFDCopy_Click() {
     if (!pageCopy_ || pageCopy_->closedByCloseButton()) {
         pageCopy_ = std::make_unique<frmPageCopy>(this, pageCopyMemory_);
     }
-    pageCopy_->SetPageNumSource(static_cast<std::uint8_t>(FDPageNum));
+    pageCopy_->SetPageNumSource(static_cast<std::uint8_t>(FDPageNum()));
     platform().prompts.runModal(*pageCopy_);
 
     const int dest = pageCopy_->GetPageNumDest();
     if (!IsPageNumber(dest)) return;  // cancelled
-    FDPageMem[dest - 1] = FDPixels;
+    model_.pages().copyTo(dest);
     platform().prompts.showMessage(
         this, QStringLiteral("Copied"),
         QStringLiteral("Copied to page %1\r\nYou are still editing page %2.")
             .arg(dest)
-            .arg(FDPageNum),
+            .arg(FDPageNum()),
         Prompts::Icon::Information, Prompts::Buttons::Ok, Prompts::Answer::Ok);
 }
 
@@ -201,16 +172,9 @@ void MainForm::cmdFDCopy_Click() {
 
 void MainForm::FDPixelMouseMove(int index, int /*buttons*/, int shift) {
     FDPixelUnderMouse = static_cast<std::int16_t>(index);
-    if (shift == kShiftMask) {
-        FDPixels[index] = true;
-    } else if (shift == kCtrlMask) {
-        FDPixels[index] = false;
-    } else {
-        return;
-    }
-    // Even an unchanged pixel regenerates: every stroke ends with the store message shown.
-    SetFDPixelCol(index);
-    FDGraphicChanged(true);
+    if (shift != kShiftMask && shift != kCtrlMask) return;
+    model_.paintPixel(index, shift == kShiftMask);
+    refreshView();
 }
 
 void MainForm::FDPixelMouseDown(int index, int button) {
@@ -230,10 +194,6 @@ void MainForm::Form_KeyDown(int keyCode, int /*shift*/) {
     } else if (keyCode == kCtrlKey) {
         FDPixelMouseMove(FDPixelUnderMouse, 0, kCtrlMask);
     }
-}
-
-void MainForm::FDSurfaceMouseMove() {
-    FDPixelUnderMouse = -1;
 }
 
 // --- dragging ----------------------------------------------------------------------------

@@ -42,6 +42,12 @@ void PixelGrid::setCell(int index, bool on) {
     update();
 }
 
+void PixelGrid::setCells(const Page& page) {
+    if (cells_ == page) return;
+    cells_ = page;
+    update();
+}
+
 int PixelGrid::cellAt(QPointF point) {
     const int column = CellAlong(point.x(), kColumnPitch, kCellWidth);
     const int row = CellAlong(point.y(), kRowPitch, kCellHeight);

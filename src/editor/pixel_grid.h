@@ -22,6 +22,8 @@ public:
 
     // Colour of cell index: on is dark grey, off amber.
     void setCell(int index, bool on);
+    // Every cell at once, repainted once if any changed.
+    void setCells(const Page& page);
     bool cell(int index) const { return cells_[index]; }
     // Index of the cell at a point in the widget, or -1 in a gap or outside.
     static int cellAt(QPointF point);

@@ -6,8 +6,11 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScreen>
+#include <QSignalBlocker>
 
+#include "codec/code_page.h"
 #include "decode/frm_decoded.h"
+#include "mainwindow/clipboard_access.h"
 #include "mainwindow/small_widgets.h"
 #include "mainwindow/text_box_keys.h"
 #include "ui_main_form.h"
@@ -41,12 +44,14 @@ QString VersionCaption() {
 
 }  // namespace
 
-MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent)
+MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent,
+                   std::string codePage)
     : QWidget(parent, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                           Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
                           Qt::WindowCloseButtonHint),
       ui(std::make_unique<Ui::MainForm>()),
       platform_(platform),
+      model_(codePage.empty() ? SystemAnsiCodePage() : std::move(codePage)),
       programFolder_(std::move(programFolder)) {
     RegisterPictures();
     ApplyProgramLook();
@@ -77,6 +82,7 @@ MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent)
     ui->frmTextInArrow16->hide();
     ui->frmTextInArrow32->hide();
 
+    model_.setCopier([this](const QString& text) { SetClipboardText(platform_, text, this); });
     connectOutput();
     connectGraphicEditor();
     setUpKeyboardAndMouse();
@@ -97,10 +103,11 @@ void MainForm::Form_Load() {
 
     setWindowTitle(windowTitle() + VersionCaption());
     buildPixelGrid();
-    FDPageNum = ui->udPageNum->value();
+    model_.pages().open(ui->udPageNum->value());
     txtTextIn_Change();
     selectMode(ui->optSEGStore);
     LoadMemoryAndSettings();
+    refreshView();
 }
 
 void MainForm::closeEvent(QCloseEvent* event) {
@@ -171,13 +178,68 @@ void MainForm::mouseMoveEvent(QMouseEvent* event) {
     QWidget::mouseMoveEvent(event);
 }
 
+// --- the view ----------------------------------------------------------------------------
+
+void MainForm::refreshView() {
+    if (viewHeld_) return;
+    const PageModel& pages = model_.pages();
+    ui->lblFDPixelBase->setCells(pages.pixels());
+    if (ui->udPageNum->value() != pages.current()) {
+        const QSignalBlocker quiet(ui->udPageNum);
+        ui->udPageNum->setValue(pages.current());
+    }
+    showMode();
+
+    const auto showText = [](QLineEdit* box, const QString& text) {
+        if (box->text() == text) return;
+        const QSignalBlocker quiet(box);
+        box->setText(text);
+    };
+    showText(ui->txtTextIn, model_.lcdText());
+    showLcdCounters();
+    const ByteLayout& layout = model_.layout();
+    showText(ui->txtHexPrefix, layout.prefix);
+    showText(ui->txtHexSuffix, layout.suffix);
+    showText(ui->txtHexSep, layout.separator);
+
+    if (shownPaneVersion_ != model_.paneVersion()) {
+        shownPaneVersion_ = model_.paneVersion();
+        if (ui->txtSysExOut->text() != model_.pane()) ui->txtSysExOut->setText(model_.pane());
+    }
+}
+
+void MainForm::showMode() {
+    QPushButton* selected = nullptr;
+    switch (model_.mode()) {
+        case OutputMode::Store: selected = ui->optSEGStore; break;
+        case OutputMode::Display: selected = ui->optSEGDisplay; break;
+        case OutputMode::Text: selected = ui->optSEText; break;
+        case OutputMode::None: break;
+    }
+    if (selected != nullptr) {
+        if (!selected->isChecked()) selected->setChecked(true);
+        return;
+    }
+    // An exclusive group refuses to leave nothing checked; lift that for the moment.
+    for (QPushButton* button : {ui->optSEGStore, ui->optSEGDisplay, ui->optSEText}) {
+        if (!button->isChecked()) continue;
+        button->setAutoExclusive(false);
+        button->setChecked(false);
+        button->setAutoExclusive(true);
+    }
+}
+
 // --- LCD text entry ---------------------------------------------------------
 
 void MainForm::txtTextIn_Change() {
-    selectMode(ui->optSEText);
-    AutoSetSysExText();
+    model_.lcdTextChanged();
+    refreshView();
+}
 
-    const int length = ui->txtTextIn->text().length();
+void MainForm::showLcdCounters() {
+    const int length = int(model_.lcdText().length());
+    if (length == shownLcdLength_) return;
+    shownLcdLength_ = length;
     const int withoutScrolling = 16 - length;
     ui->lblTextInRem16->setText(QString::number(withoutScrolling));
     ui->lblTextInRem32->setText(QString::number(32 - length));
@@ -195,15 +257,5 @@ void MainForm::txtTextIn_Change() {
     ui->frmTextInArrow16->setVisible(!scrolls);
     ui->frmTextInArrow32->setVisible(scrolls);
 }
-
-void MainForm::setLcdText(const std::string& text) {
-    ui->txtTextIn->setText(QString::fromStdString(text));
-}
-
-std::string MainForm::lcdText() const { return ui->txtTextIn->text().toStdString(); }
-
-void MainForm::selectStoreMode() { selectMode(ui->optSEGStore); }
-
-void MainForm::selectDisplayMode() { selectMode(ui->optSEGDisplay); }
 
 }  // namespace lumidot

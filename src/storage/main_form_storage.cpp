@@ -7,13 +7,12 @@
 #include <QFile>
 #include <QStandardPaths>
 
-#include "codec/describer.h"
 #include "codec/graphic_page.h"
 #include "mainwindow/main_form.h"
+#include "mainwindow/model_target.h"
 #include "storage/atomic_file.h"
 #include "storage/settings_records.h"
 #include "storage/text_helpers.h"
-#include "ui_main_form.h"
 
 namespace lumidot {
 namespace {
@@ -40,8 +39,8 @@ void MainForm::setStorageFolder(const QString& folder) {
     QString base = folder;
     while (base.size() > 1 && base.endsWith(QLatin1Char('/'))) base.chop(1);
     const QString slash = base.endsWith(QLatin1Char('/')) ? QString() : QStringLiteral("/");
-    MemoryFilePath = base + slash + kMemoryFile;
-    SettingsFilePath = base + slash + kSettingsFile;
+    memoryFilePath_ = base + slash + kMemoryFile;
+    settingsFilePath_ = base + slash + kSettingsFile;
 }
 
 void MainForm::LoadMemoryAndSettings() {
@@ -49,8 +48,8 @@ void MainForm::LoadMemoryAndSettings() {
     const bool fromUserFolder = !HasStoredFiles(programFolder_) && HasStoredFiles(userFolder);
     setStorageFolder(fromUserFolder ? userFolder : programFolder_);
 
-    if (FileExists(MemoryFilePath)) {
-        QFile memory(MemoryFilePath);
+    if (FileExists(memoryFilePath_)) {
+        QFile memory(memoryFilePath_);
         if (memory.open(QIODevice::ReadOnly)) {
             for (int line = 0; line < kLastPage && !memory.atEnd(); ++line) {
                 QByteArray text = memory.readLine(kLongestMemoryLine);
@@ -60,50 +59,52 @@ void MainForm::LoadMemoryAndSettings() {
                     }
                 }
                 while (text.endsWith('\n') || text.endsWith('\r')) text.chop(1);
-                DescribeSysEx(text.toStdString(), *this);
+                DescribeInto(model_, text.toStdString());
             }
         }
     }
 
-    SetPageNum(1);
+    model_.openPage(1);
 
-    if (FileExists(SettingsFilePath)) {
-        QFile settings(SettingsFilePath);
+    if (FileExists(settingsFilePath_)) {
+        QFile settings(settingsFilePath_);
         if (settings.open(QIODevice::ReadOnly)) {
             const QByteArray bytes = settings.read(kLongestSettingsFile);
             qsizetype offset = 0;
             // Each field takes its text as soon as it is read; a record that cannot be read
             // leaves it and the fields after it with their own values.
-            for (QLineEdit* field : {ui->txtHexPrefix, ui->txtHexSuffix, ui->txtHexSep}) {
+            for (auto set : {&WindowModel::setPrefix, &WindowModel::setSuffix,
+                             &WindowModel::setSeparator}) {
                 const std::optional<QString> text = ReadStoredString(bytes, offset);
                 if (!text) break;
-                field->setText(*text);
+                (model_.*set)(*text);
             }
         }
     }
 }
 
 void MainForm::SaveMemoryAndSettings() {
-    clearModes();
+    model_.setMode(OutputMode::None);
+    const Pages pages = model_.pages().all();
     QByteArray memory;
     for (int page = kFirstPage; page <= kLastPage; ++page) {
-        SetPageNum(static_cast<std::uint8_t>(page));
         memory += QByteArray::fromStdString(
-            MakeGraphicStoreSysEx(FDPixels, static_cast<std::uint8_t>(page)));
+            MakeGraphicStoreSysEx(pages[page - 1], static_cast<std::uint8_t>(page)));
         memory += "\r\n";
     }
     QByteArray settings;
-    WriteStoredString(settings, ui->txtHexPrefix->text());
-    WriteStoredString(settings, ui->txtHexSuffix->text());
-    WriteStoredString(settings, ui->txtHexSep->text());
+    const ByteLayout& layout = model_.layout();
+    WriteStoredString(settings, layout.prefix);
+    WriteStoredString(settings, layout.suffix);
+    WriteStoredString(settings, layout.separator);
 
     auto saveBoth = [&](QString* failedPath, QString* error) {
-        if (!WriteFileAtomically(MemoryFilePath, memory, error, beforeCommit)) {
-            *failedPath = MemoryFilePath;
+        if (!WriteFileAtomically(memoryFilePath_, memory, error, beforeCommit_)) {
+            *failedPath = memoryFilePath_;
             return false;
         }
-        if (!WriteFileAtomically(SettingsFilePath, settings, error, beforeCommit)) {
-            *failedPath = SettingsFilePath;
+        if (!WriteFileAtomically(settingsFilePath_, settings, error, beforeCommit_)) {
+            *failedPath = settingsFilePath_;
             return false;
         }
         return true;
@@ -115,7 +116,7 @@ void MainForm::SaveMemoryAndSettings() {
 
     // The folder beside the program may be read-only: fall back to the user's data folder.
     const QString userFolder = UserDataFolder();
-    if (!userFolder.isEmpty() && QFileInfo(MemoryFilePath).absolutePath() != userFolder &&
+    if (!userFolder.isEmpty() && QFileInfo(memoryFilePath_).absolutePath() != userFolder &&
         QDir().mkpath(userFolder)) {
         setStorageFolder(userFolder);
         if (saveBoth(&failedPath, &error)) return;

@@ -34,23 +34,48 @@ TEST(CollapseRepeatsTest, MatchesRepeatedReplacementOnRandomTexts) {
     }
 }
 
-// Checked digits to the spaced text of each message, after its F0.
+QStringList Cut(const QString& digits) {
+    QStringList pieces;
+    MessageCutter cutter(digits);
+    for (QStringView piece; cutter.next(piece);) pieces << piece.toString();
+    return pieces;
+}
+
+// Checked digits to the digits of each message, after its F0.
 using MessagesRow = std::pair<QString, QStringList>;
 
 class MessagesTest : public ::testing::TestWithParam<MessagesRow> {};
 
-TEST_P(MessagesTest, SpacesThePairsAndCutsAtEveryF0) {
-    EXPECT_EQ(SplitMessages(SpaceHexPairs(GetParam().first)), GetParam().second);
+TEST_P(MessagesTest, CutsAtEveryByteF0) {
+    EXPECT_EQ(Cut(GetParam().first), GetParam().second);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Rows, MessagesTest,
-    ::testing::Values(MessagesRow{"F041F7f042F7", {" 41 F7 ", " 42 F7 "}},
+    ::testing::Values(MessagesRow{"F041F7f042F7", {"41F7", "42F7"}},
                       // Bytes between an F7 and the next F0 stay with the earlier message.
-                      MessagesRow{"F0F70001F0F7", {" F7 00 01 ", " F7 "}},
-                      MessagesRow{"F0F0F7", {" ", " F7 "}},
+                      MessagesRow{"F0F70001F0F7", {"F70001", "F7"}},
+                      MessagesRow{"F0F0F7", {"", "F7"}},
+                      // An F and a 0 of two neighbouring bytes do not cut.
+                      MessagesRow{"F01F05F7", {"1F05F7"}},
                       // An odd digit count leaves a last byte of one digit.
-                      MessagesRow{"F04F7", {" 4F 7 "}}));
+                      MessagesRow{"F04F7", {"4F7"}}));
+
+// The cut against its definition: the digits written two by two with a space after each
+// pair, and that text split at every "F0" in either case.
+TEST(MessagesTest, MatchesSplittingTheSpacedTextOnRandomDigits) {
+    QRandomGenerator random(77);
+    const QStringList pairs = {"F0", "f0", "F7", "1F", "05", "0F", "00", "F", "0"};
+    for (int trial = 0; trial < 20000; ++trial) {
+        QString digits = QStringLiteral("F0");
+        for (int n = random.bounded(9); n > 0; --n) digits += pairs[random.bounded(int(pairs.size()))];
+        QStringList expected = SpaceHexPairs(digits).split(QStringLiteral("F0"), Qt::KeepEmptyParts,
+                                                           Qt::CaseInsensitive);
+        expected.removeFirst();
+        for (QString& piece : expected) piece.remove(QLatin1Char(' '));
+        ASSERT_EQ(Cut(digits), expected) << ::testing::PrintToString(digits);
+    }
+}
 
 }  // namespace
 }  // namespace lumidot

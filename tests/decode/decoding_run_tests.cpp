@@ -47,7 +47,7 @@ TEST_F(DecodingRunTest, DisplayPageFiveWithALineEnd) {
     decode(kDisplay5 + QStringLiteral("\r\n"));
     EXPECT_EQ(resultText, QStringLiteral(" #1. Graphic: Display page 5\r\n"));
     EXPECT_EQ(pane(), kDisplay5);
-    EXPECT_EQ(window->FDPageNum, 5);
+    EXPECT_EQ(window->FDPageNum(), 5);
     EXPECT_TRUE(ui().optSEGDisplay->isChecked());
     EXPECT_EQ(countLabel, QStringLiteral("1 SysEx message has been decoded as follows:"));
     EXPECT_EQ(cleanInfo,
@@ -109,7 +109,7 @@ TEST_P(DecodingLayoutTest, ReadsTheUsersLayoutBack) {
     decode(QString::fromLatin1(row.clipboard));
     EXPECT_EQ(failureTitle(), QString());
     EXPECT_EQ(resultText, QStringLiteral(" #1. Graphic: Display page 5\r\n"));
-    EXPECT_EQ(window->FDPageNum, 5);
+    EXPECT_EQ(window->FDPageNum(), 5);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -65,7 +65,7 @@ protected:
     // The pane holds the store message of the open page, and the cells show its pixels.
     void expectStored(const Page& page) {
         EXPECT_TRUE(ui().optSEGStore->isChecked());
-        EXPECT_EQ(pane(), QString::fromStdString(MakeGraphicStoreSysEx(page, window->FDPageNum)));
+        EXPECT_EQ(pane(), QString::fromStdString(MakeGraphicStoreSysEx(page, window->FDPageNum())));
         for (int i = 0; i < kPagePixels; ++i) ASSERT_EQ(grid()->cell(i), page[i]) << "cell " << i;
     }
     void expectDisplayed(int pageNum) {
@@ -88,16 +88,16 @@ TEST_F(EditorTest, SwitchingPagesKeepsEachPagesEditsAndShowsTheNewPage) {
     QWheelEvent wheelDown({8, 8}, {}, {}, {0, -120}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
     QApplication::sendEvent(ui().udPageNum, &wheelDown);
     expectDisplayed(2);
-    EXPECT_EQ(window->FDPixels, pixelsOn({5}));
+    EXPECT_EQ(window->FDPixels(), pixelsOn({5}));
     stepPage(1);
-    EXPECT_EQ(window->FDPixels, pixelsOn({9}));
+    EXPECT_EQ(window->FDPixels(), pixelsOn({9}));
 
     // Asked for the page already open, nothing is reloaded, not even a picture not yet kept.
     showPage(pixelsOn({7, 8}));
-    const quint64 before = window->sysExOutWrites();
+    const quint64 before = window->model().paneVersion();
     window->SetPageNum(3);
-    EXPECT_EQ(window->FDPixels, pixelsOn({7, 8}));
-    EXPECT_EQ(window->sysExOutWrites(), before);
+    EXPECT_EQ(window->FDPixels(), pixelsOn({7, 8}));
+    EXPECT_EQ(window->model().paneVersion(), before);
 
     window->SetPageNum(10);
     stepPage(1);
@@ -126,9 +126,9 @@ TEST_P(ShiftTest, WrapsAroundAndSixteenShiftsRestoreThePage) {
     showPage(sample);
     press(button);
     press(opposite);
-    EXPECT_EQ(window->FDPixels, sample) << "the opposite shift undoes it";
+    EXPECT_EQ(window->FDPixels(), sample) << "the opposite shift undoes it";
     for (int i = 0; i < 16; ++i) press(button);
-    EXPECT_EQ(window->FDPixels, sample);
+    EXPECT_EQ(window->FDPixels(), sample);
 }
 
 INSTANTIATE_TEST_SUITE_P(Buttons, ShiftTest,
@@ -143,11 +143,11 @@ TEST_F(EditorTest, DisplayNoneLastsUntilAnEditInvertTwiceRestoresClearAsksFirst)
     press("cmdFDPageDisplay");
     expectDisplayed(0);  // no page at all, with the display option selected
     press("cmdFDInvert");
-    for (int i = 0; i < kPagePixels; ++i) ASSERT_EQ(window->FDPixels[i], i != 3 && i != 4);
-    expectStored(window->FDPixels);
+    for (int i = 0; i < kPagePixels; ++i) ASSERT_EQ(window->FDPixels()[i], i != 3 && i != 4);
+    expectStored(window->FDPixels());
     press("cmdFDInvert");
     press("optSEGDisplay");
-    const quint64 before = window->sysExOutWrites();
+    const quint64 before = window->model().paneVersion();
     fake.prompts.answers = {Prompts::Answer::No};
     press("cmdFDClear");
 
@@ -158,16 +158,16 @@ TEST_F(EditorTest, DisplayNoneLastsUntilAnEditInvertTwiceRestoresClearAsksFirst)
     EXPECT_EQ(asked.icon, Prompts::Icon::Question);
     EXPECT_EQ(asked.buttons, Prompts::Buttons::YesNo);
     EXPECT_EQ(asked.defaultAnswer, Prompts::Answer::Yes);
-    EXPECT_EQ(window->FDPixels, pixelsOn({3, 4}));
+    EXPECT_EQ(window->FDPixels(), pixelsOn({3, 4}));
     EXPECT_TRUE(ui().optSEGDisplay->isChecked());
-    EXPECT_EQ(window->sysExOutWrites(), before) << "the pane is left as it was";
+    EXPECT_EQ(window->model().paneVersion(), before) << "the pane is left as it was";
     press("cmdFDClear");  // the default answer, Yes
     expectStored(Page{});
 }
 
 TEST_F(EditorTest, CopiedPageIsTheSourceAsItWasAtTheCopy) {
     showPage(pixelsOn({0, 17}));
-    const quint64 before = window->sysExOutWrites();
+    const quint64 before = window->model().paneVersion();
     fake.prompts.onModal = [](QDialog& dialog) { QTest::keyClick(&dialog, Qt::Key_Return); };
     press("cmdFDCopy");
     ASSERT_EQ(fake.prompts.shown.size(), 1u);
@@ -175,12 +175,12 @@ TEST_F(EditorTest, CopiedPageIsTheSourceAsItWasAtTheCopy) {
     EXPECT_EQ(fake.prompts.shown[0].prompt,
               QStringLiteral("Copied to page 2\r\nYou are still editing page 1."));
     EXPECT_EQ(fake.prompts.shown[0].icon, Prompts::Icon::Information);
-    EXPECT_EQ(window->sysExOutWrites(), before) << "the pane is left as it was";
+    EXPECT_EQ(window->model().paneVersion(), before) << "the pane is left as it was";
     click(grid(), cellCentre(33), Qt::LeftButton);
     window->SetPageNum(2);
-    EXPECT_EQ(window->FDPixels, pixelsOn({0, 17}));
+    EXPECT_EQ(window->FDPixels(), pixelsOn({0, 17}));
     window->SetPageNum(1);
-    EXPECT_EQ(window->FDPixels, pixelsOn({0, 17, 33}));
+    EXPECT_EQ(window->FDPixels(), pixelsOn({0, 17, 33}));
 }
 
 TEST_F(EditorTest, CopyDialogPresetsRemembersAndConfirmsOnlyAnotherPage) {
@@ -268,7 +268,7 @@ TEST_P(PaintTest, OnlyShiftAloneOrCtrlAloneLeftOrRightClickOrTheirKeysPaint) {
     for (const bool wasOn : {false, true}) {
         press("optSEGDisplay");  // a paint that counts shows the store message
         showPage(wasOn ? pixelsOn({kCell}) : Page{});
-        const quint64 before = window->sysExOutWrites();
+        const quint64 before = window->model().paneVersion();
         // A point of the cell not visited yet: a movement that goes nowhere is no event.
         const QPointF onCell = cellCentre(kCell) + QPointF(wasOn ? 4 : 0, 0);
         if (key != Qt::Key_unknown) {
@@ -290,10 +290,10 @@ TEST_P(PaintTest, OnlyShiftAloneOrCtrlAloneLeftOrRightClickOrTheirKeysPaint) {
             move(grid(), onCell, modifiers);
         }
         const bool painted = result >= 0;
-        EXPECT_EQ(window->FDPixels[kCell], painted ? result == 1 : wasOn) << "was on " << wasOn;
-        EXPECT_EQ(grid()->cell(kCell), window->FDPixels[kCell]);
+        EXPECT_EQ(window->FDPixels()[kCell], painted ? result == 1 : wasOn) << "was on " << wasOn;
+        EXPECT_EQ(grid()->cell(kCell), window->FDPixels()[kCell]);
         // Every paint regenerates, even when the pixel already had its value.
-        EXPECT_EQ(window->sysExOutWrites() > before, painted);
+        EXPECT_EQ(window->model().paneVersion() > before, painted);
         EXPECT_EQ(ui().optSEGStore->isChecked(), painted);
     }
 }
@@ -329,7 +329,7 @@ TEST_F(EditorTest, CapitalLetterInTheTextBoxIsTypedAsWellAsPainting) {
     ui().txtTextIn->setFocus();
     QTest::keyPress(ui().txtTextIn, Qt::Key_Shift, Qt::ShiftModifier);
     QTest::keyClick(ui().txtTextIn, 'A', Qt::ShiftModifier);
-    EXPECT_TRUE(window->FDPixels[kCell]);
+    EXPECT_TRUE(window->FDPixels()[kCell]);
     EXPECT_EQ(ui().txtTextIn->text(), QStringLiteral("A"));
 }
 
@@ -349,17 +349,16 @@ TEST_P(DragTest, ShiftsOneStepPerCellOfMovementHorizontalFirst) {
     const auto& [name, pressed, moved, expectedTrail, anchorAhead] = GetParam();
     showPage(pixelsOn({17}));  // row 1, column 1
     std::vector<int> trail;
-    QObject::connect(ui().txtSysExOut, &QPlainTextEdit::textChanged, [&] {
+    window->model().pages().setListener([&](PageModel::Change, int) {
         for (int i = 0; i < kPagePixels; ++i) {
-            // A shift may regenerate more than once; each place counts once.
-            if (window->FDPixels[i] && (trail.empty() || trail.back() != i)) trail.push_back(i);
+            if (window->FDPixels()[i]) trail.push_back(i);
         }
     });
     const QPointF press(15, 16);
     mouse(ui().picMove, press, QEvent::MouseButtonPress, pressed, pressed);
     mouse(ui().picMove, press + moved, QEvent::MouseMove, Qt::NoButton, pressed);
     EXPECT_EQ(trail, expectedTrail);
-    EXPECT_EQ(QPointF(window->FDDragX, window->FDDragY) - press - moved, anchorAhead);
+    EXPECT_EQ(window->dragAnchor() - press - moved, anchorAhead);
 }
 
 // Steps are 22 pixels across and 10 down, rounded half to even.

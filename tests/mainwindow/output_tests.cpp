@@ -73,17 +73,17 @@ TEST_F(OutputTest, ExactlyOneModeIsSelectedAndStoreComesFirst) {
 }
 
 TEST_F(OutputTest, SelectingTheSelectedModeFromCodeStillRegenerates) {
-    window->setSysExOutText("something else");
-    const quint64 writes = window->sysExOutWrites();
+    window->model().writePane(QStringLiteral("something else"));
+    const quint64 writes = window->model().paneVersion();
     window->selectMode(ui().optSEGStore);
-    EXPECT_EQ(window->sysExOutWrites(), writes + 1);
+    EXPECT_EQ(window->model().paneVersion(), writes + 1);
     EXPECT_TRUE(pane().startsWith(QStringLiteral("F0 41 10 45 12 10 01 00")));
 }
 
 TEST_F(OutputTest, LayoutChangeReplacesAMultiLineResult) {
-    window->SkipOutputLayout = true;
+    window->model().setSkipOutputLayout(true);
     window->SetSysExOutText(QStringLiteral("F0 F7\r\nF0 41 F7"));
-    window->SkipOutputLayout = false;
+    window->model().setSkipOutputLayout(false);
     EXPECT_EQ(pane(), QStringLiteral("F0 F7\r\nF0 41 F7"));
     ui().txtHexPrefix->setText(QStringLiteral("0x"));
     EXPECT_TRUE(pane().startsWith(QStringLiteral("0xF0 0x41 0x10 0x45 0x12 0x10 0x01 0x00")));
@@ -91,7 +91,7 @@ TEST_F(OutputTest, LayoutChangeReplacesAMultiLineResult) {
 
 TEST_F(OutputTest, AutomaticCopyFollowsTheCheckBox) {
     QTest::mouseClick(ui().chkSysExCopyAuto, Qt::LeftButton);
-    EXPECT_TRUE(window->SysExCopyAuto);
+    EXPECT_TRUE(window->SysExCopyAuto());
     EXPECT_TRUE(fake.clipboard.written.empty()) << "ticking alone copies nothing";
 
     typeLcd(QStringLiteral("H"));
@@ -99,16 +99,16 @@ TEST_F(OutputTest, AutomaticCopyFollowsTheCheckBox) {
     EXPECT_EQ(fake.clipboard.text, QStringLiteral("F0 41 10 45 12 10 00 00 48 28 F7"));
 
     QTest::mouseClick(ui().chkSysExCopyAuto, Qt::LeftButton);
-    EXPECT_FALSE(window->SysExCopyAuto);
+    EXPECT_FALSE(window->SysExCopyAuto());
     const size_t copies = fake.clipboard.written.size();
     typeLcd(QStringLiteral("i"));
     EXPECT_EQ(fake.clipboard.written.size(), copies) << "unticked: clipboard untouched";
 }
 
 TEST_F(OutputTest, CopyButtonCopiesThePaneAsItIs) {
-    window->SkipOutputLayout = true;
+    window->model().setSkipOutputLayout(true);
     window->SetSysExOutText(QStringLiteral("F0 F7\r\nF0 41 F7"));
-    window->SkipOutputLayout = false;
+    window->model().setSkipOutputLayout(false);
     QTest::mouseClick(ui().cmdSysExCopy, Qt::LeftButton);
     EXPECT_EQ(fake.clipboard.text, QStringLiteral("F0 F7\r\nF0 41 F7"));
 }

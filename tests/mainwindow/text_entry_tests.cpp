@@ -91,9 +91,9 @@ INSTANTIATE_TEST_SUITE_P(
                       KeyRow{Qt::ControlModifier | Qt::AltModifier, Qt::Key_C, false, false}));
 
 TEST_F(MainFormTest, CtrlCInTheOutputPaneCopiesTheSelectionWithItsLineBreaks) {
-    window->SkipOutputLayout = true;
+    window->model().setSkipOutputLayout(true);
     window->SetSysExOutText(QStringLiteral("F0 F7\r\nF0 41 F7"));
-    window->SkipOutputLayout = false;
+    window->model().setSkipOutputLayout(false);
     ui().txtSysExOut->setFocus();
     QTest::keyClick(ui().txtSysExOut, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(ui().txtSysExOut, Qt::Key_C, Qt::ControlModifier);

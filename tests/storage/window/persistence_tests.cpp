@@ -56,14 +56,14 @@ protected:
 };
 
 TEST_F(PersistenceTest, FirstRunReadsNothingAndClosingWritesBothFiles) {
-    EXPECT_EQ(window->FDPageNum, 1);
+    EXPECT_EQ(window->FDPageNum(), 1);
     EXPECT_TRUE(ui().optSEGStore->isChecked());
     EXPECT_EQ(pane(), QString::fromStdString(MakeGraphicStoreSysEx(Page{}, 1)));
-    EXPECT_FALSE(window->SysExCopyAuto);
+    EXPECT_FALSE(window->SysExCopyAuto());
     EXPECT_EQ(ui().txtHexPrefix->text(), QString());
     EXPECT_EQ(ui().txtHexSep->text(), QStringLiteral(" "));
-    EXPECT_EQ(window->MemoryFilePath, file("memory.txt"));
-    EXPECT_EQ(window->SettingsFilePath, file("settings.bin"));
+    EXPECT_EQ(window->MemoryFilePath(), file("memory.txt"));
+    EXPECT_EQ(window->SettingsFilePath(), file("settings.bin"));
     close();
     QByteArray expected;
     for (int page = 1; page <= 10; ++page) expected += StoreLine(Page{}, page) + "\r\n";
@@ -85,13 +85,13 @@ TEST_F(PersistenceTest, TenRandomPagesAndTheLayoutSurviveARestartBitForBit) {
     ui().txtHexSep->setText(QStringLiteral(", "));
     restart();
 
-    EXPECT_EQ(window->FDPageNum, 1);
+    EXPECT_EQ(window->FDPageNum(), 1);
     EXPECT_EQ(ui().txtHexPrefix->text(), QStringLiteral("0x"));
     EXPECT_EQ(ui().txtHexSuffix->text(), QStringLiteral("h"));
     EXPECT_EQ(ui().txtHexSep->text(), QStringLiteral(", "));
     for (int number = 1; number <= 10; ++number) {
         window->SetPageNum(static_cast<std::uint8_t>(number));
-        EXPECT_EQ(window->FDPixels, pages[number - 1]) << "page " << number;
+        EXPECT_EQ(window->FDPixels(), pages[number - 1]) << "page " << number;
     }
     EXPECT_TRUE(ui().optSEGStore->isChecked());
 }
@@ -124,7 +124,7 @@ TEST_F(PersistenceTest, OnlyTheFirstTenLinesAreApplied) {
     WriteAll(file("memory.txt"), memory);
     start();
     window->SetPageNum(2);
-    EXPECT_FALSE(window->FDPixels[0]);
+    EXPECT_FALSE(window->FDPixels()[0]);
 }
 
 TEST_F(PersistenceTest, FewerLinesEmptyAndForeignLinesLeaveOtherPagesAlone) {
@@ -135,19 +135,19 @@ TEST_F(PersistenceTest, FewerLinesEmptyAndForeignLinesLeaveOtherPagesAlone) {
                               "F0 41 10 45 12 10 00 00 48 69 3F F7\r\n";
     WriteAll(file("memory.txt"), memory);
     start();
-    EXPECT_EQ(window->FDPageNum, 1);
+    EXPECT_EQ(window->FDPageNum(), 1);
     EXPECT_TRUE(ui().optSEGStore->isChecked());
     window->SetPageNum(7);
-    EXPECT_TRUE(window->FDPixels[17]);
+    EXPECT_TRUE(window->FDPixels()[17]);
     window->SetPageNum(3);
-    EXPECT_EQ(window->FDPixels, Page{});
+    EXPECT_EQ(window->FDPixels(), Page{});
 }
 
 TEST_F(PersistenceTest, AFolderNamedMemoryTxtCountsAsMissing) {
     window.reset();
     ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("memory.txt")));
     start();
-    EXPECT_EQ(window->FDPageNum, 1);
+    EXPECT_EQ(window->FDPageNum(), 1);
 }
 
 struct DamagedSettingsRow {
@@ -196,7 +196,7 @@ TEST_F(PersistenceTest, AnInterruptedSaveLeavesTheOldFilesWhole) {
     full.fill(true);
     window->SetFDPixelColAll(full);
     ui().txtHexPrefix->setText(QStringLiteral("0x"));
-    window->beforeCommit = [](const QString&) { return false; };
+    window->setBeforeCommit([](const QString&) { return false; });
     close();
     EXPECT_EQ(ReadAll(file("memory.txt")), oldMemory);
     EXPECT_EQ(ReadAll(file("settings.bin")), oldSettings);
@@ -226,7 +226,7 @@ TEST_F(PersistenceTest, ReadOnlyProgramFolderFallsBackToTheUserDataFolder) {
 }
 
 TEST_F(PersistenceTest, NothingWritableTellsTheUserWhichFileAndWhy) {
-    window->beforeCommit = [](const QString&) { return false; };
+    window->setBeforeCommit([](const QString&) { return false; });
     close();
     ASSERT_EQ(fake.prompts.shown.size(), 1u);
     EXPECT_EQ(fake.prompts.shown[0].icon, Prompts::Icon::Critical);

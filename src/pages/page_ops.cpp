@@ -1,4 +1,4 @@
-#include "editor/page_ops.h"
+#include "pages/page_ops.h"
 
 #include <cfenv>
 #include <cmath>

@@ -1,0 +1,39 @@
+// Timing helpers shared by the benchmarks: run an action many times, report median and p99.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QString>
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <vector>
+
+struct Figures {
+    double median;  // microseconds
+    double p99;
+};
+
+inline Figures Measure(int runs, const std::function<void(int)>& action) {
+    std::vector<double> micros;
+    micros.reserve(runs);
+    QElapsedTimer timer;
+    for (int i = 0; i < runs; ++i) {
+        timer.start();
+        action(i);
+        micros.push_back(timer.nsecsElapsed() / 1000.0);
+    }
+    std::sort(micros.begin(), micros.end());
+    return {micros[micros.size() / 2], micros[std::min(micros.size() - 1, micros.size() * 99 / 100)]};
+}
+
+inline void Print(const char* what, int runs, Figures f) {
+    std::printf("%-52s %7d runs   median %8.1f us   p99 %8.1f us\n", what, runs, f.median, f.p99);
+}
+
+inline void PrintMs(const char* what, int runs, Figures f) {
+    std::printf("%-52s %7d runs   median %8.1f ms   p99 %8.1f ms\n", what, runs, f.median / 1000,
+                f.p99 / 1000);
+}
+
+// The decoding benchmarks (bench_decode.cpp), with the program's files in folder.
+void RunDecodingBenchmarks(const QString& folder);

@@ -1,0 +1,114 @@
+// The page operations and the page model on their own, without a window.
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <vector>
+
+#include "pages/page_model.h"
+#include "pages/page_ops.h"
+
+namespace lumidot {
+namespace {
+
+Page PixelsOn(std::initializer_list<int> indexes) {
+    Page page{};
+    for (int i : indexes) page[i] = true;
+    return page;
+}
+
+struct OperationRow {
+    const char* name;
+    Page (*operation)(const Page&);
+    Page before;
+    Page after;
+};
+
+class OperationTest : public ::testing::TestWithParam<OperationRow> {};
+
+TEST_P(OperationTest, MovesEveryPixelWhereItBelongs) {
+    EXPECT_EQ(GetParam().operation(GetParam().before), GetParam().after);
+}
+
+// Corners and a middle pixel: the corners wrap to the opposite edge.
+INSTANTIATE_TEST_SUITE_P(
+    Pages, OperationTest,
+    ::testing::Values(OperationRow{"Up", ShiftUp, PixelsOn({0, 15, 100}), PixelsOn({240, 255, 84})},
+                      OperationRow{"Down", ShiftDown, PixelsOn({240, 255, 100}), PixelsOn({0, 15, 116})},
+                      OperationRow{"Left", ShiftLeft, PixelsOn({0, 240, 100}), PixelsOn({15, 255, 99})},
+                      OperationRow{"Right", ShiftRight, PixelsOn({15, 255, 100}), PixelsOn({0, 240, 101})},
+                      OperationRow{"Clear", [](const Page&) { return ClearedPage(); },
+                                   PixelsOn({0, 255}), Page{}},
+                      OperationRow{"InvertTwice", [](const Page& p) { return Invert(Invert(p)); },
+                                   PixelsOn({3, 77}), PixelsOn({3, 77})}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST(OperationTest, InvertTurnsEveryPixel) {
+    Page all{};
+    all.fill(true);
+    all[9] = false;
+    EXPECT_EQ(Invert(all), PixelsOn({9}));
+}
+
+// Distances in steps, halves going to the even neighbour.
+TEST(DragStepsTest, RoundsHalvesToEven) {
+    const std::pair<double, int> rows[] = {{11, 0}, {12, 1}, {33, 2}, {55, 2}, {-11, 0}, {-33, -2}};
+    for (const auto& [distance, steps] : rows) EXPECT_EQ(DragSteps(distance, 22), steps) << distance;
+}
+
+class PageModelTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        model.setListener([this](PageModel::Change change, int detail) {
+            changes.push_back({change, detail});
+        });
+    }
+    PageModel model;
+    std::vector<std::pair<PageModel::Change, int>> changes;
+};
+
+TEST_F(PageModelTest, OpeningAPageStoresTheOpenOneAndLoadsTheOther) {
+    model.setPixel(5, true);
+    EXPECT_EQ(model.stored(1), Page{}) << "the memory lags until the page is left";
+    ASSERT_TRUE(model.open(2));
+    EXPECT_EQ(model.current(), 2);
+    EXPECT_EQ(model.pixels(), Page{});
+    EXPECT_EQ(model.stored(1), PixelsOn({5}));
+    ASSERT_TRUE(model.open(1));
+    EXPECT_EQ(model.pixels(), PixelsOn({5}));
+}
+
+TEST_F(PageModelTest, OpeningTheOpenPageOrNoPageChangesNothing) {
+    for (int page : {1, 0, 11, -1}) EXPECT_FALSE(model.open(page)) << page;
+    EXPECT_EQ(model.current(), 1);
+    EXPECT_TRUE(changes.empty());
+}
+
+TEST_F(PageModelTest, AllPagesShowTheOpenPageAsEdited) {
+    model.copyTo(7);
+    model.setPixels(PixelsOn({1, 2}));
+    model.copyTo(3);
+    const Pages pages = model.all();
+    EXPECT_EQ(pages[0], PixelsOn({1, 2}));
+    EXPECT_EQ(pages[2], PixelsOn({1, 2}));
+    EXPECT_EQ(pages[6], Page{}) << "copied before the pixels were set";
+    EXPECT_EQ(model.page(3), PixelsOn({1, 2}));
+}
+
+TEST_F(PageModelTest, EveryChangeIsReportedOnce) {
+    model.setPixel(4, true);
+    model.apply(ShiftRight);
+    model.copyTo(9);
+    model.open(9);
+    model.setPixel(300, true);  // not a pixel: nothing
+    const std::vector<std::pair<PageModel::Change, int>> expected = {
+        {PageModel::Change::Pixel, 4},
+        {PageModel::Change::Pixels, 1},
+        {PageModel::Change::Memory, 9},
+        {PageModel::Change::OpenPage, 9},
+    };
+    EXPECT_EQ(changes, expected);
+    EXPECT_EQ(model.pixels(), PixelsOn({5}));
+}
+
+}  // namespace
+}  // namespace lumidot
