@@ -46,7 +46,11 @@ void Print(const char* what, int runs, Figures f) {
 
 }  // namespace
 
+// bench_clipboard.cpp: needs a real X server rather than the offscreen platform.
+int RunClipboardBench(int argc, char** argv);
+
 int main(int argc, char** argv) {
+    if (argc > 1 && QByteArray(argv[1]) == "clipboard") return RunClipboardBench(argc, argv);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     lumidot::QtPrompts prompts;
