@@ -27,6 +27,7 @@ bench: build
 	  QT_QPA_PLATFORM=offscreen $(BUILD)/lumidot_bench; \
 	else echo "no benchmarks yet"; fi
 	@bench/startup.sh $(BUILD)/lumidot
+	@bench/clipboard.sh $(BUILD)/lumidot_bench $(BUILD)/clipboard_owner
 
 # Runs each libFuzzer target for a bounded time (FUZZ_SECONDS each).
 FUZZ_SECONDS ?= 60

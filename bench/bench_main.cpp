@@ -22,9 +22,13 @@
 #include "ui_main_form.h"
 
 
+// bench_clipboard.cpp: needs a real X server rather than the offscreen platform.
+int RunClipboardBench(int argc, char** argv);
+
 int main(int argc, char** argv) {
     // Each figure as soon as it is measured, also into a pipe.
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
+    if (argc > 1 && QByteArray(argv[1]) == "clipboard") return RunClipboardBench(argc, argv);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     lumidot::QtPrompts prompts;

@@ -5,6 +5,9 @@
 #include <QDialog>
 #include <QMessageBox>
 #include <QThread>
+#include <QtGui/qguiapplication_platform.h>
+
+#include "mainwindow/xcb_clipboard_reader.h"
 
 namespace lumidot {
 
@@ -39,6 +42,16 @@ int QtPrompts::runModal(QDialog& dialog) { return dialog.exec(); }
 bool SystemClipboard::getText(QString& text) {
     QClipboard* clipboard = QGuiApplication::clipboard();
     if (clipboard == nullptr) return false;
+    if (const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()) {
+        const XcbClipboardRead read = ReadXcbClipboard(*x11);
+        if (read.outcome == XcbClipboardOutcome::Failed) return false;
+        if (read.outcome == XcbClipboardOutcome::Text) {
+            text = read.text;
+            return true;
+        }
+        // Our own copy: Qt answers it from memory without asking the X server.
+    }
+    // On other platforms (Wayland among them) Qt's own reader is used as it is.
     text = clipboard->text(QClipboard::Clipboard);
     return true;
 }
@@ -55,8 +68,10 @@ bool SystemClipboard::setText(const QString& text) {
     if (clipboard == nullptr) return false;
     clipboard->setText(text, QClipboard::Clipboard);
     // Qt reports no failure of its own; another program may have taken the clipboard
-    // back at once, so what counts is whether our text is there now.
-    return clipboard->text(QClipboard::Clipboard) == text;
+    // back at once, so what counts is whether our text is there now. While we own it the
+    // read is answered locally; if another program took it, the read is bounded like any.
+    QString readBack;
+    return getText(readBack) && readBack == text;
 }
 
 void ThreadSleeper::sleepMs(int milliseconds) { QThread::msleep(milliseconds); }

@@ -14,23 +14,25 @@ e2e_cleanup() {
 }
 trap e2e_cleanup EXIT
 
-# Starts Xvfb on the first free display from :90 on; returns 1 when none can be started.
+# Starts Xvfb on a display number that the server picks itself and reports when it is
+# ready, so that two tests starting at once never end up sharing one server; returns 1 when
+# none can be started.
 start_xvfb() {
   command -v Xvfb >/dev/null || { echo "Xvfb is not installed"; return 1; }
-  local n
-  for n in $(seq 90 120); do
-    [[ -e /tmp/.X11-unix/X$n || -e /tmp/.X$n-lock ]] && continue
-    Xvfb ":$n" -screen 0 1024x768x24 -nolisten tcp >"$E2E_TMP/xvfb.log" 2>&1 &
-    XVFB_PID=$!
-    export DISPLAY=":$n"
-    local i
-    for i in $(seq 50); do
+  Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp \
+    3>"$E2E_TMP/display" >"$E2E_TMP/xvfb.log" 2>&1 &
+  XVFB_PID=$!
+  local i n
+  for i in $(seq 100); do
+    n=$(cat "$E2E_TMP/display" 2>/dev/null)
+    if [[ "$n" =~ ^[0-9]+$ ]]; then
+      export DISPLAY=":$n"
       xdpyinfo >/dev/null 2>&1 && return 0
-      kill -0 "$XVFB_PID" 2>/dev/null || break
-      sleep 0.1
-    done
-    kill "$XVFB_PID" 2>/dev/null; XVFB_PID=
+    fi
+    kill -0 "$XVFB_PID" 2>/dev/null || break
+    sleep 0.1
   done
+  kill "$XVFB_PID" 2>/dev/null; XVFB_PID=
   echo "no X server could be started: $(tail -3 "$E2E_TMP/xvfb.log" 2>/dev/null)"
   return 1
 }
