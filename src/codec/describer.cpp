@@ -100,10 +100,6 @@ std::string CheckGS(const ByteArray& bytes, SysExTarget& target) {
 
 }  // namespace
 
-std::string DescribeSysEx(const std::string& hexText, SysExTarget& target) {
-    return DescribeSysEx(hexText, target, SystemAnsiCodePage());
-}
-
 std::string DescribeSysEx(const std::string& hexText, SysExTarget& target,
                           const std::string& codePage) {
     // Callers pass hex digits only; should a stray character slip through, the bytes read

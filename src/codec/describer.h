@@ -31,9 +31,8 @@ public:
 };
 
 // hexText: one message, with any number of leading F0 bytes or none; spaces are ignored and
-// every other character is a hex digit. Returns the one-line description.
-std::string DescribeSysEx(const std::string& hexText, SysExTarget& target);
-// The same with the LCD text decoded from a given iconv code page.
+// every other character is a hex digit. An LCD text is decoded from the given iconv code page.
+// Returns the one-line description.
 std::string DescribeSysEx(const std::string& hexText, SysExTarget& target,
                           const std::string& codePage);
 

@@ -5,10 +5,6 @@
 
 namespace lumidot {
 
-std::string MakeTextSysEx(const std::string& text) {
-    return MakeTextSysEx(text, SystemAnsiCodePage());
-}
-
 std::string MakeTextSysEx(const std::string& text, const std::string& codePage) {
     ByteArray body{0x10, 0x00, 0x00};
     // The LCD takes at most 32 bytes. In a code page where a character may need two bytes,

@@ -131,7 +131,7 @@ TEST(AnsiCodePageForLocaleTest, MapsLanguageToWindowsCodePage) {
 // last leaves the C locale behind.
 TEST(SystemAnsiCodePageTest, FollowsFirstNonEmptyOfLcAllLcCtypeLang) {
     SetLocaleEnv("ja_JP.UTF-8");
-    EXPECT_EQ(MakeTextSysEx("ｱ"), "F0 41 10 45 12 10 00 00 B1 3F F7");  // its single CP932 byte
+    EXPECT_EQ(MakeTextSysEx("ｱ", SystemAnsiCodePage()), "F0 41 10 45 12 10 00 00 B1 3F F7");  // its single CP932 byte
     const std::tuple<const char*, const char*, const char*, std::string> rows[] = {
         {"ja_JP.UTF-8", "ru_RU", "el_GR", "CP932"},
         {"", "ru_RU", "el_GR", "CP1251"},
