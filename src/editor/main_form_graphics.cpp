@@ -78,7 +78,7 @@ void MainForm::connectGraphicEditor() {
         connect(button, &QPushButton::clicked, this, handler);
     }
 
-    SetButtonFace(ui->cmdFDClear, kClearButtonFace);
+    ui->cmdFDClear->setFace(kClearButtonFace);
 
     PixelGrid* grid = ui->lblFDPixelBase;
     connect(grid, &PixelGrid::cellMouseMove, this, &MainForm::FDPixelMouseMove);

@@ -75,8 +75,8 @@ MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent,
 
     ui->cmdSysExDecode->setPicture(QStringLiteral(":/decode.xpm"));
     ui->cmdSysExCopy->setPicture(QStringLiteral(":/copy.xpm"));
-    SetButtonFace(ui->cmdSysExDecode, QColor(255, 255, 128));
-    SetButtonFace(ui->cmdSysExCopy, QColor(128, 255, 128));
+    ui->cmdSysExDecode->setFace(QColor(255, 255, 128));
+    ui->cmdSysExCopy->setFace(QColor(128, 255, 128));
 
     // The frame's arrow notes start hidden; the first count shows the right one.
     ui->frmTextInArrow16->hide();
@@ -169,8 +169,9 @@ bool MainForm::eventFilter(QObject* watched, QEvent* event) {
         return false;
     }
     // The box would copy its selection a second time through Qt, with its own line breaks;
-    // the retrying writer above has already put the exact selection on the clipboard.
-    return key->matches(QKeySequence::Copy) && shift == kCtrlMask;
+    // the retrying writer above has already put the exact selection on the clipboard. Its
+    // other keys, Ctrl+Insert among them, are the box's own.
+    return keyCode == Qt::Key_C && shift == kCtrlMask;
 }
 
 void MainForm::mouseMoveEvent(QMouseEvent* event) {

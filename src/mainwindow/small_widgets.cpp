@@ -69,14 +69,20 @@ void PictureButton::paintEvent(QPaintEvent*) {
     option.text.clear();
     option.icon = QIcon();
     painter.drawControl(QStyle::CE_PushButton, option);
+    if (face_.isValid()) {
+        // Inside the style's frame and its one-pixel bevel, one flat colour: the style would
+        // paint its own gradient over any palette colour.
+        painter.fillRect(rect().adjusted(2, 2, -2, -2), isDown() ? face_.darker(115) : face_);
+    }
 
     const int shift = isDown() ? 1 : 0;
     const int pictureTop = 4 + shift;
+    QRect textRect(2 + shift, shift, width() - 4, height());
     if (!picture_.isNull()) {
         painter.drawPixmap((width() - picture_.width()) / 2 + shift, pictureTop, picture_);
+        const int textTop = pictureTop + picture_.height();
+        textRect = QRect(2 + shift, textTop, width() - 4, height() - textTop - 2);
     }
-    const int textTop = pictureTop + (picture_.isNull() ? 0 : picture_.height());
-    const QRect textRect(2 + shift, textTop, width() - 4, height() - textTop - 2);
     style()->drawItemText(&painter, textRect,
                           Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextWordWrap |
                               Qt::TextShowMnemonic,
@@ -96,11 +102,12 @@ QPixmap LoadPicture(const QString& resource) {
     return pixmap;
 }
 
-void SetButtonFace(QPushButton* button, const QColor& colour) {
-    QPalette palette = button->palette();
+void PictureButton::setFace(const QColor& colour) {
+    face_ = colour;
+    QPalette palette = this->palette();
     palette.setColor(QPalette::Button, colour);
-    button->setPalette(palette);
-    button->setAutoFillBackground(true);
+    setPalette(palette);
+    update();
 }
 
 }  // namespace lumidot

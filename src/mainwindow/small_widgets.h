@@ -28,26 +28,28 @@ protected:
     bool hitButton(const QPoint& pos) const override;
 };
 
-// A push button with a small picture above its caption; the caption wraps if needed.
+// A push button with an optional small picture above its caption (the caption wraps if
+// needed) and an optional face of one flat colour.
 class PictureButton : public QPushButton {
     Q_OBJECT
 public:
     explicit PictureButton(QWidget* parent = nullptr);
     // A picture whose magenta pixels become transparent.
     void setPicture(const QString& resource);
+    // The button's face in exactly this colour, a little darker while pressed.
+    void setFace(const QColor& colour);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
     QPixmap picture_;
+    QColor face_;
 };
 
 // Loads a picture from the resources with its magenta pixels made transparent.
 QPixmap LoadPicture(const QString& resource);
 
-// Gives a push button a face colour that the style keeps.
-void SetButtonFace(QPushButton* button, const QColor& colour);
 
 }  // namespace lumidot
 

@@ -64,13 +64,15 @@ struct KeyRow {
     Qt::KeyboardModifiers modifiers;
     Qt::Key key;
     bool selectsAll;
-    bool copies;
+    bool copies;     // through the program's retrying writer
+    bool boxCopies;  // through the text box's own copy
 };
 
 class TextBoxKeyTest : public MainFormTest, public ::testing::WithParamInterface<KeyRow> {};
 
-TEST_P(TextBoxKeyTest, CtrlAAndCtrlCInTheLcdText) {
+TEST_P(TextBoxKeyTest, CtrlAAndCtrlCInTheLcdTextAndTheBoxsOwnCopy) {
     const KeyRow& row = GetParam();
+    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
     ui().txtTextIn->setText(QStringLiteral("Hello"));
     ui().txtTextIn->setFocus();
     ui().txtTextIn->setSelection(1, 3);  // "ell"
@@ -80,15 +82,18 @@ TEST_P(TextBoxKeyTest, CtrlAAndCtrlCInTheLcdText) {
     if (row.copies) {
         EXPECT_EQ(fake.clipboard.text, QStringLiteral("ell"));
     }
+    EXPECT_EQ(QGuiApplication::clipboard()->text(),
+              row.boxCopies ? QStringLiteral("ell") : QStringLiteral("before"));
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Keys, TextBoxKeyTest,
-    ::testing::Values(KeyRow{Qt::ControlModifier, Qt::Key_A, true, false},
-                      KeyRow{Qt::ControlModifier, Qt::Key_C, false, true},
-                      KeyRow{Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_A, false, false},
-                      KeyRow{Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_C, false, false},
-                      KeyRow{Qt::ControlModifier | Qt::AltModifier, Qt::Key_C, false, false}));
+    ::testing::Values(KeyRow{Qt::ControlModifier, Qt::Key_A, true, false, false},
+                      KeyRow{Qt::ControlModifier, Qt::Key_C, false, true, false},
+                      KeyRow{Qt::ControlModifier, Qt::Key_Insert, false, false, true},
+                      KeyRow{Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_A, false, false, false},
+                      KeyRow{Qt::ControlModifier | Qt::ShiftModifier, Qt::Key_C, false, false, false},
+                      KeyRow{Qt::ControlModifier | Qt::AltModifier, Qt::Key_C, false, false, false}));
 
 TEST_F(MainFormTest, CtrlCInTheOutputPaneCopiesTheSelectionWithItsLineBreaks) {
     window->model().setSkipOutputLayout(true);

@@ -36,5 +36,25 @@ TEST_F(MainFormTest, TheWindowOpensCentredOnTheScreen) {
     EXPECT_LE((window->frameGeometry().center() - screen.center()).manhattanLength(), 1);
 }
 
+// The coloured buttons show their faces as flat colours, as rendered with the window.
+TEST_F(MainFormTest, ColouredButtonsShowFlatFaces) {
+    const QImage shot = window->grab().toImage();
+    const struct {
+        QWidget* button;
+        QColor face;
+    } rows[] = {{ui().cmdFDClear, QColor(255, 128, 128)},
+                {ui().cmdSysExDecode, QColor(255, 255, 128)},
+                {ui().cmdSysExCopy, QColor(128, 255, 128)}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.button->objectName().toStdString());
+        const QRect face = QRect(row.button->mapTo(window.get(), QPoint(0, 0)), row.button->size())
+                               .adjusted(3, 3, -3, -3);
+        // Its four inner corners, clear of the caption and the picture.
+        for (QPoint p : {face.topLeft(), face.topRight(), face.bottomLeft(), face.bottomRight()}) {
+            EXPECT_EQ(QColor(shot.pixel(p)), row.face) << p.x() << "," << p.y();
+        }
+    }
+}
+
 }  // namespace
 }  // namespace lumidot::testing

@@ -11,6 +11,7 @@
 
 #include "mainwindow/main_form.h"
 #include "support/fakes.h"
+#include "support/qt_printers.h"
 #include "ui_main_form.h"
 
 namespace lumidot::testing {

@@ -2,6 +2,7 @@
 // written as \r, \n and \t, instead of as raw bytes.
 #pragma once
 
+#include <QColor>
 #include <QString>
 #include <ostream>
 
@@ -9,4 +10,8 @@ inline void PrintTo(const QString& text, std::ostream* out) {
     QString shown = text;
     shown.replace('\\', "\\\\").replace('\r', "\\r").replace('\n', "\\n").replace('\t', "\\t");
     *out << '"' << shown.toStdString() << '"';
+}
+
+inline void PrintTo(const QColor& colour, std::ostream* out) {
+    *out << colour.name(QColor::HexArgb).toStdString();
 }
