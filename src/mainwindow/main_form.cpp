@@ -10,6 +10,7 @@
 #include "decode/frm_decoded.h"
 #include "mainwindow/small_widgets.h"
 #include "mainwindow/text_box_keys.h"
+#include "storage/storage_session.h"
 #include "ui_main_form.h"
 
 // The pictures are compiled into the GUI library; a static library's resources must be

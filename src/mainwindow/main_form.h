@@ -30,6 +30,7 @@ class MainForm;
 namespace lumidot {
 
 class frmDecoded;
+class StorageSession;
 
 class MainForm : public QWidget, public SysExTarget {
     Q_OBJECT
@@ -150,6 +151,7 @@ private:
     std::unique_ptr<frmPageCopy> pageCopy_;
     frmPageCopy::Memory pageCopyMemory_;
     std::unique_ptr<frmDecoded> decoded_;
+    std::unique_ptr<StorageSession> storage_;  // from the load on: where the files go
     quint64 sysExOutWrites_ = 0;
     bool closing_ = false;
 };
