@@ -103,14 +103,21 @@ bool CanWriteIn(const QString& folder, QString* why, bool create) {
 }
 
 bool CanSaveIn(const StoragePlace& place, QString* why, bool create) {
-    for (const StoredFile* file : {&place.memory, &place.settings}) {
-        if (!file->blocksSaving()) continue;
-        *why = file->state == StoredFile::State::Unreadable
-                   ? QStringLiteral("%1 cannot be read (%2)").arg(Native(file->path), file->problem)
-                   : QStringLiteral("%1 is read-only").arg(Native(file->path));
+    const StoredFile* files[] = {&place.memory, &place.settings};
+    // An unreadable file first, as that is the one the user must be told of; then the
+    // folder, which may be the reason a file in it cannot be replaced either.
+    for (const StoredFile* file : files) {
+        if (file->state != StoredFile::State::Unreadable) continue;
+        *why = QStringLiteral("%1 cannot be read (%2)").arg(Native(file->path), file->problem);
         return false;
     }
-    return CanWriteIn(place.folder, why, create);
+    if (!CanWriteIn(place.folder, why, create)) return false;
+    for (const StoredFile* file : files) {
+        if (!file->blocksSaving()) continue;
+        *why = QStringLiteral("%1 is read-only").arg(Native(file->path));
+        return false;
+    }
+    return true;
 }
 
 StoragePlan PlanStorage(const QString& programFolder, const QString& userFolder) {
