@@ -90,7 +90,7 @@ QString StorageSession::startNotes() const {
                            lockProblem_, lock_ ? lock_->path() : QString()});
 }
 
-bool StorageSession::saveIn(const QString& folder, bool keepBackup, const QByteArray& memory,
+bool StorageSession::saveIn(const QString& folder, const QByteArray& memory,
                             const QByteArray& settings, const BeforeCommit& beforeCommit,
                             QString* failedPath, QString* reason) {
     // Looked at afresh: a file that has become unreadable since the start is not
@@ -100,7 +100,13 @@ bool StorageSession::saveIn(const QString& folder, bool keepBackup, const QByteA
         *failedPath = folder;
         return false;
     }
+    // The memory.txt read at start loses something when replaced, in whichever place the
+    // save lands.
+    const bool keepBackup = memoryReport_.losesSomething() &&
+                            plan_.readFrom != StoragePlan::Where::Nowhere &&
+                            folder == plan_.place(plan_.readFrom).folder;
     if (keepBackup && place.memory.state == StoredFile::State::Read) {
+        if (backupPath_.isEmpty()) backupPath_ = FreeBackupName(place.memory.path);
         QFile old(place.memory.path);
         if (!old.copy(backupPath_)) {
             *failedPath = backupPath_;
@@ -129,8 +135,7 @@ SaveOutcome StorageSession::save(const QByteArray& memory, const QByteArray& set
         return outcome;
     }
     const QString target = saveFolder();
-    if (saveIn(target, !backupPath_.isEmpty(), memory, settings, beforeCommit, &outcome.failedPath,
-               &outcome.reason)) {
+    if (saveIn(target, memory, settings, beforeCommit, &outcome.failedPath, &outcome.reason)) {
         outcome.kind = SaveOutcome::Kind::Saved;
         outcome.folder = target;
         lock_.reset();
@@ -148,7 +153,7 @@ SaveOutcome StorageSession::save(const QByteArray& memory, const QByteArray& set
         QString ignoredReason;
         if (CanWriteIn(other, &ignoredReason, /*create=*/true) &&
             otherLock.tryLock() == StorageLock::Result::Locked &&
-            saveIn(other, false, memory, settings, beforeCommit, &ignoredPath, &ignoredReason)) {
+            saveIn(other, memory, settings, beforeCommit, &ignoredPath, &ignoredReason)) {
             outcome.kind = SaveOutcome::Kind::SavedElsewhere;
             outcome.folder = other;
         }

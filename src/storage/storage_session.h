@@ -50,8 +50,9 @@ public:
     const StoredFile& memory() const;
     const StoredFile& settings() const;
 
-    // Takes note of what loading memory.txt left out; if the save would replace the file,
-    // a copy of it is kept first, under the name backupPath() gives.
+    // Takes note of what loading memory.txt left out: a save that replaces that file keeps a
+    // copy of it first, under the name backupPath() gives (known from the start when the
+    // save is meant to replace it).
     void noteMemoryLoad(const MemoryLoadReport& report);
     QString backupPath() const { return backupPath_; }
 
@@ -64,9 +65,8 @@ public:
                      const BeforeCommit& beforeCommit = {});
 
 private:
-    bool saveIn(const QString& folder, bool keepBackup, const QByteArray& memory,
-                const QByteArray& settings, const BeforeCommit& beforeCommit, QString* failedPath,
-                QString* reason);
+    bool saveIn(const QString& folder, const QByteArray& memory, const QByteArray& settings,
+                const BeforeCommit& beforeCommit, QString* failedPath, QString* reason);
 
     StoragePlan plan_;
     std::unique_ptr<StorageLock> lock_;

@@ -14,23 +14,24 @@ e2e_cleanup() {
 }
 trap e2e_cleanup EXIT
 
-# Starts Xvfb on the first free display from :90 on; returns 1 when none can be started.
+# Starts Xvfb on a free display, which the server picks itself and reports once it accepts
+# connections (so that tests running side by side never share one); returns 1 when none
+# can be started.
 start_xvfb() {
   command -v Xvfb >/dev/null || { echo "Xvfb is not installed"; return 1; }
-  local n
-  for n in $(seq 90 120); do
-    [[ -e /tmp/.X11-unix/X$n || -e /tmp/.X$n-lock ]] && continue
-    Xvfb ":$n" -screen 0 1024x768x24 -nolisten tcp >"$E2E_TMP/xvfb.log" 2>&1 &
-    XVFB_PID=$!
-    export DISPLAY=":$n"
-    local i
-    for i in $(seq 50); do
+  local number="$E2E_TMP/display-number"
+  Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$number" >"$E2E_TMP/xvfb.log" 2>&1 &
+  XVFB_PID=$!
+  local i
+  for i in $(seq 100); do
+    if [[ -s "$number" ]]; then
+      export DISPLAY=":$(head -1 "$number")"
       xdpyinfo >/dev/null 2>&1 && return 0
-      kill -0 "$XVFB_PID" 2>/dev/null || break
-      sleep 0.1
-    done
-    kill "$XVFB_PID" 2>/dev/null; XVFB_PID=
+    fi
+    kill -0 "$XVFB_PID" 2>/dev/null || break
+    sleep 0.1
   done
+  kill "$XVFB_PID" 2>/dev/null; XVFB_PID=
   echo "no X server could be started: $(tail -3 "$E2E_TMP/xvfb.log" 2>/dev/null)"
   return 1
 }

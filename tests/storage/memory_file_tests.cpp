@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <random>
 
 #include "storage/memory_file.h"
 #include "storage/storage_messages.h"
@@ -104,31 +103,6 @@ INSTANTIATE_TEST_SUITE_P(
                   {},
                   {}}),
     [](const auto& info) { return std::string(info.param.name); });
-
-TEST(MemoryFileTest, TenRandomPagesComeBackFromTheBytesWritten) {
-    std::mt19937 random(99);
-    TenPages written;
-    for (Page& page : written.pages) {
-        for (bool& pixel : page) pixel = (random() & 3) == 0;
-    }
-    const QByteArray bytes = BuildMemoryBytes(written.pages);
-    EXPECT_EQ(bytes.count("\r\n"), 10);
-    TenPages read;
-    EXPECT_FALSE(LoadMemory(bytes, false, read).losesSomething());
-    EXPECT_EQ(read.pages, written.pages);
-}
-
-TEST(MemoryFileTest, AFileReadOnlyInPartLosesItsRest) {
-    TenPages window;
-    EXPECT_TRUE(LoadMemory(Lines(TenStores()), true, window).losesSomething());
-}
-
-TEST(MemoryFileTest, LineEndsSplitOnceEach) {
-    EXPECT_EQ(MemoryLines("a\r\nb\nc\rd"), (std::vector<std::string>{"a", "b", "c", "d"}));
-    EXPECT_EQ(MemoryLines("a\n\rb\r\n\r\n"), (std::vector<std::string>{"a", "", "b", ""}));
-    EXPECT_EQ(MemoryLines(""), std::vector<std::string>{});
-    EXPECT_EQ(MemoryLines("\xEF\xBB\xBF"), std::vector<std::string>{});
-}
 
 struct NumbersRow {
     std::vector<int> lines;

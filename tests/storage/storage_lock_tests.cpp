@@ -74,24 +74,5 @@ INSTANTIATE_TEST_SUITE_P(
                       NameRow{"notes.txt.aB3xYz", false}, NameRow{"Memory.txt.aB3xYz", false},
                       NameRow{"memory.txtXaB3xYz", false}, NameRow{"settings.bin.aB3-Yz", false}));
 
-TEST(SaveLeftoverTest, RemovesLeftoversAndNothingElse) {
-    QTemporaryDir folder;
-    const QDir dir(folder.path());
-    const QStringList leftovers{"settings.bin.aB3xYz", "memory.txt.Q7k2Lm"};
-    const QStringList kept{"memory.txt", "settings.bin", "memory.txt.backup", "memory.txt.bak",
-                           "notes.txt.aB3xYz"};
-    for (const QString& name : leftovers + kept) {
-        QFile file(dir.filePath(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    }
-    ASSERT_TRUE(dir.mkdir("memory.txt.Folder"));  // a folder, whatever its name, is not ours
-
-    const QStringList removed = RemoveSaveLeftovers(folder.path());
-    EXPECT_EQ(removed.size(), leftovers.size());
-    for (const QString& name : leftovers) EXPECT_FALSE(dir.exists(name)) << name.toStdString();
-    for (const QString& name : kept) EXPECT_TRUE(dir.exists(name)) << name.toStdString();
-    EXPECT_TRUE(dir.exists("memory.txt.Folder"));
-}
-
 }  // namespace
 }  // namespace lumidot
