@@ -18,8 +18,7 @@ QString LineNumbersText(const std::vector<int>& lines);
 // Everything worth telling at start, one paragraph per matter; empty when all is well.
 struct StartFacts {
     const StoragePlan& plan;
-    bool readOnly;          // nothing will be saved in this run
-    bool readOnlyByChoice;  // ... because the user chose so (a second copy)
+    bool readOnly;  // nothing will be saved in this run
     const MemoryLoadReport& memory;
     QString memoryPath;   // the memory.txt that was read
     QString backupPath;   // where a copy of it is kept before saving; empty if none

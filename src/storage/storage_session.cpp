@@ -86,7 +86,7 @@ void StorageSession::noteMemoryLoad(const MemoryLoadReport& report) {
 }
 
 QString StorageSession::startNotes() const {
-    return StartNotesText({plan_, readOnly(), readOnly_, memoryReport_, memory().path, backupPath_,
+    return StartNotesText({plan_, readOnly(), memoryReport_, memory().path, backupPath_,
                            lockProblem_, lock_ ? lock_->path() : QString()});
 }
 
