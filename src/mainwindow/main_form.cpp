@@ -13,6 +13,7 @@
 #include "mainwindow/clipboard_access.h"
 #include "mainwindow/small_widgets.h"
 #include "mainwindow/text_box_keys.h"
+#include "storage/storage_session.h"
 #include "ui_main_form.h"
 
 // The pictures are compiled into the GUI library; a static library's resources must be

@@ -30,6 +30,7 @@ class MainForm;
 namespace lumidot {
 
 class frmDecoded;
+class StorageSession;
 
 class MainForm : public QWidget {
     Q_OBJECT
@@ -142,6 +143,7 @@ private:
     bool viewHeld_ = false;  // true while a decoding run works on the model alone
     quint64 shownPaneVersion_ = ~quint64(0);
     int shownLcdLength_ = -1;
+    std::unique_ptr<StorageSession> storage_;  // from the load on: where the files go
     bool closing_ = false;
 };
 

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QDialog>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QThread>
 #include <QtGui/qguiapplication_platform.h>
 
@@ -31,6 +32,15 @@ Prompts::Answer QtPrompts::showMessage(QWidget* parent, const QString& title,
         box.setDefaultButton(defaultAnswer == Answer::No ? QMessageBox::No : QMessageBox::Yes);
         box.setEscapeButton(QMessageBox::No);
         return box.exec() == QMessageBox::Yes ? Answer::Yes : Answer::No;
+    }
+    if (buttons == Buttons::ReadOnlyOrQuit) {
+        QPushButton* readOnly =
+            box.addButton(QStringLiteral("Open &Read-Only"), QMessageBox::AcceptRole);
+        QPushButton* quit = box.addButton(QStringLiteral("&Quit"), QMessageBox::RejectRole);
+        box.setDefaultButton(defaultAnswer == Answer::Quit ? quit : readOnly);
+        box.setEscapeButton(quit);
+        box.exec();
+        return box.clickedButton() == readOnly ? Answer::ReadOnly : Answer::Quit;
     }
     box.setStandardButtons(QMessageBox::Ok);
     box.exec();

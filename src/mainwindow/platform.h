@@ -12,8 +12,9 @@ namespace lumidot {
 class Prompts {
 public:
     enum class Icon { Information, Question, Exclamation, Critical };
-    enum class Buttons { Ok, YesNo };
-    enum class Answer { Ok, Yes, No };
+    // ReadOnlyOrQuit: "Open Read-Only" and "Quit", for a second copy of the program.
+    enum class Buttons { Ok, YesNo, ReadOnlyOrQuit };
+    enum class Answer { Ok, Yes, No, ReadOnly, Quit };
 
     virtual ~Prompts() = default;
     // Shows a message box owned by parent and returns the button pressed.

@@ -30,4 +30,20 @@ std::optional<QString> ReadStoredString(const QByteArray& file, qsizetype& offse
     return FromUTF8(bytes);
 }
 
+QByteArray BuildSettingsBytes(const LayoutTexts& texts) {
+    QByteArray file;
+    for (const QString& text : texts) WriteStoredString(file, text);
+    return file;
+}
+
+std::array<std::optional<QString>, 3> ReadSettingsBytes(const QByteArray& file) {
+    std::array<std::optional<QString>, 3> texts;
+    qsizetype offset = 0;
+    for (std::optional<QString>& text : texts) {
+        text = ReadStoredString(file, offset);
+        if (!text) break;
+    }
+    return texts;
+}
+
 }  // namespace lumidot

@@ -4,6 +4,7 @@
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
+#include <array>
 #include <optional>
 
 namespace lumidot {
@@ -15,5 +16,15 @@ void WriteStoredString(QByteArray& file, const QString& text);
 // read: the file ends inside it, its length is negative, or its text is not UTF-8. A
 // record that cannot be read also hides where the next one starts.
 std::optional<QString> ReadStoredString(const QByteArray& file, qsizetype& offset);
+
+// The three texts of settings.bin: prefix, suffix and separator.
+using LayoutTexts = std::array<QString, 3>;
+
+// settings.bin as it is written: one record per text, in order.
+QByteArray BuildSettingsBytes(const LayoutTexts& texts);
+
+// The records of settings.bin in order, as far as they can be read: after the first
+// record that cannot be read, the rest are empty too.
+std::array<std::optional<QString>, 3> ReadSettingsBytes(const QByteArray& file);
 
 }  // namespace lumidot

@@ -1,59 +1,8 @@
 // memory.txt and settings.bin with real files in temporary folders, through the window.
-#include <QCoreApplication>
-#include <QDir>
-#include <QFile>
-#include <QStandardPaths>
-#include <random>
-
-#include "codec/graphic_page.h"
-#include "support/main_form_fixture.h"
+#include "storage/window/persistence_fixture.h"
 
 namespace lumidot::testing {
 namespace {
-
-QByteArray ReadAll(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void WriteAll(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(bytes);
-}
-
-QByteArray StoreLine(const Page& page, int number) {
-    return QByteArray::fromStdString(MakeGraphicStoreSysEx(page, static_cast<std::uint8_t>(number)));
-}
-
-Page RandomPage(std::mt19937& random) {
-    Page page{};
-    for (bool& pixel : page) pixel = (random() & 1) != 0;
-    return page;
-}
-
-const QByteArray kDefaultSettings("\0\0\0\0\0\0\0\0\1\0\0\0 ", 13);
-
-class PersistenceTest : public MainFormTest {
-protected:
-    // Each test gets a user data folder of its own, so that tests running side by side
-    // never see or remove each other's files there.
-    void SetUp() override {
-        const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-        QCoreApplication::setApplicationName(QStringLiteral("lumidot-test-%1-%2")
-                                                 .arg(test->test_suite_name(), test->name())
-                                                 .replace(QLatin1Char('/'), QLatin1Char('-')));
-        MainFormTest::SetUp();
-    }
-
-    QString file(const char* name) const { return folder.path() + QLatin1Char('/') + name; }
-    // Closes the window as the user would, which saves, and starts a new one.
-    void restart() {
-        window->close();
-        start();
-    }
-    void close() { window->close(); }
-};
 
 TEST_F(PersistenceTest, FirstRunReadsNothingAndClosingWritesBothFiles) {
     EXPECT_EQ(window->FDPageNum(), 1);
@@ -233,6 +182,128 @@ TEST_F(PersistenceTest, NothingWritableTellsTheUserWhichFileAndWhy) {
     EXPECT_TRUE(fake.prompts.shown[0].prompt.contains(QStringLiteral("memory.txt")));
     EXPECT_TRUE(fake.prompts.shown[0].prompt.contains(QStringLiteral("interrupted")));
     QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)).removeRecursively();
+}
+
+// --- memory.txt in other forms ----------------------------------------------
+
+QByteArray Utf16(const QByteArray& text, bool bigEndian, bool mark) {
+    QByteArray bytes;
+    if (mark) bytes += bigEndian ? "\xFE\xFF" : "\xFF\xFE";
+    for (char c : text) bytes += bigEndian ? QByteArray(1, '\0') + c : QByteArray(1, c) + '\0';
+    return bytes;
+}
+
+QByteArray MixedLineEnds(const QByteArray& text) {
+    const QList<QByteArray> lines = text.split('\n');
+    const char* ends[] = {"\r\n", "\n", "\r"};
+    QByteArray bytes;
+    for (int i = 0; i < 10; ++i) bytes += lines[i].chopped(1) + ends[i % 3];
+    return bytes;
+}
+
+struct FormRow {
+    const char* name;
+    std::function<QByteArray(const QByteArray& written)> form;
+};
+void PrintTo(const FormRow& row, std::ostream* out) { *out << row.name; }
+
+class MemoryFormTest : public PersistenceTest, public ::testing::WithParamInterface<FormRow> {};
+
+TEST_P(MemoryFormTest, KeepsAllTenPagesAndIsWrittenBackInItsOwnForm) {
+    window.reset();
+    WriteAll(file("memory.txt"), GetParam().form(DottedMemory()));
+    start();
+    EXPECT_EQ(pages(), dottedPages());
+    EXPECT_EQ(takePrompts(), QStringList()) << "nothing was lost, so nothing is said";
+    close();
+    EXPECT_EQ(ReadAll(file("memory.txt")), DottedMemory());
+    EXPECT_FALSE(QFile::exists(file("memory.txt.bak")));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Forms, MemoryFormTest,
+    ::testing::Values(
+        FormRow{"CrLf", [](const QByteArray& t) { return t; }},
+        FormRow{"Lf", [](QByteArray t) { return t.replace("\r\n", "\n"); }},
+        FormRow{"Cr", [](QByteArray t) { return t.replace("\r\n", "\r"); }},
+        FormRow{"Mixed", [](const QByteArray& t) { return MixedLineEnds(t); }},
+        FormRow{"NoLastLineEnd", [](const QByteArray& t) { return t.chopped(2); }},
+        FormRow{"Utf8ByteOrderMark", [](const QByteArray& t) { return "\xEF\xBB\xBF" + t; }},
+        FormRow{"Utf16LittleEndian", [](const QByteArray& t) { return Utf16(t, false, true); }},
+        FormRow{"Utf16BigEndian", [](const QByteArray& t) { return Utf16(t, true, true); }},
+        FormRow{"Utf16LittleEndianUnmarked", [](const QByteArray& t) { return Utf16(t, false, false); }},
+        FormRow{"Utf16BigEndianUnmarked", [](const QByteArray& t) { return Utf16(t, true, false); }},
+        FormRow{"Utf16WithLfOnly", [](QByteArray t) { return Utf16(t.replace("\r\n", "\n"), false, true); }}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+// --- memory.txt holding more than the pages ---------------------------------
+
+struct LossyRow {
+    const char* name;
+    std::function<QByteArray()> bytes;
+    const char* told;            // what the message says about the lines
+    std::vector<int> blankPages;  // pages the file holds no picture for
+};
+void PrintTo(const LossyRow& row, std::ostream* out) { *out << row.name; }
+
+class LossyMemoryTest : public PersistenceTest, public ::testing::WithParamInterface<LossyRow> {};
+
+TEST_P(LossyMemoryTest, TheFileIsKeptAsBakBeforeTheFirstSaveAndTheUserIsToldAtStart) {
+    window.reset();
+    const QByteArray original = GetParam().bytes();
+    WriteAll(file("memory.txt"), original);
+    start();
+    const QStringList prompts = takePrompts();
+    ASSERT_EQ(prompts.size(), 1);
+    EXPECT_TRUE(prompts[0].contains(QString::fromUtf8(GetParam().told))) << prompts[0].toStdString();
+    EXPECT_TRUE(prompts[0].contains(file("memory.txt.bak")));
+    EXPECT_FALSE(QFile::exists(file("memory.txt.bak"))) << "nothing is written before the save";
+
+    close();
+    EXPECT_EQ(ReadAll(file("memory.txt.bak")), original);
+    QByteArray saved;
+    for (int page = 1; page <= 10; ++page) {
+        const bool blank = std::count(GetParam().blankPages.begin(), GetParam().blankPages.end(), page);
+        saved += StoreLine(blank ? Page{} : DotPage(page), page) + "\r\n";
+    }
+    EXPECT_EQ(ReadAll(file("memory.txt")), saved);
+    EXPECT_TRUE(takePrompts().isEmpty());
+
+    restart();
+    EXPECT_TRUE(takePrompts().isEmpty()) << "the saved file loses nothing";
+    close();
+    EXPECT_FALSE(QFile::exists(file("memory.txt.2.bak")));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Files, LossyMemoryTest,
+    ::testing::Values(
+        LossyRow{"ATextMessageAmongThePages",
+                 [] { return DottedMemory() + "F0 41 10 45 12 10 00 00 48 69 3F F7\r\n"; },
+                 "Line 11 of", {}},
+        LossyRow{"ForeignLines",
+                 [] {
+                     QList<QByteArray> lines = DottedMemory().split('\n');
+                     lines[2] = "not a message\r";
+                     lines[5] = "F0 41 10 45 12 10 20 00 05 4B F7\r";
+                     return lines.join('\n') + "1\r\n2\r\n";
+                 },
+                 "Lines 3, 6 and 11 to 12 of", {3, 6}},
+        LossyRow{"LongerThanIsRead",
+                 [] { return DottedMemory() + QByteArray(1100 * 1024, ' '); },
+                 "is longer than Lumidot reads", {}}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(PersistenceTest, AnOlderBakIsNotReplaced) {
+    window.reset();
+    WriteAll(file("memory.txt.bak"), "the user's own");
+    const QByteArray lossy = DottedMemory() + "extra\r\n";
+    WriteAll(file("memory.txt"), lossy);
+    start();
+    EXPECT_TRUE(takePrompts().value(0).contains(file("memory.txt.2.bak")));
+    close();
+    EXPECT_EQ(ReadAll(file("memory.txt.bak")), "the user's own");
+    EXPECT_EQ(ReadAll(file("memory.txt.2.bak")), lossy);
 }
 
 }  // namespace
