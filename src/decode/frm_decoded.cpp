@@ -1,7 +1,6 @@
 #include "decode/frm_decoded.h"
 
 #include <QCloseEvent>
-#include <QKeyEvent>
 #include <QLocale>
 #include <QScreen>
 #include <QShowEvent>
@@ -31,7 +30,7 @@ frmDecoded::frmDecoded(QWidget* owner, Platform& platform)
     QPalette palette = box.palette();
     palette.setColor(QPalette::Base, palette.color(QPalette::Button));
     box.setPalette(palette);
-    box.installEventFilter(this);
+    new TextBoxKeys(platform_, &box);
 
     connect(ui->cmdOK, &QPushButton::clicked, this, [this] { cmdOK_Click(); });
 }
@@ -68,18 +67,6 @@ void frmDecoded::showEvent(QShowEvent* event) {
 void frmDecoded::closeEvent(QCloseEvent* event) {
     cmdOK_Click();
     event->accept();
-}
-
-bool frmDecoded::eventFilter(QObject* watched, QEvent* event) {
-    if (watched != ui->txtDecodedOut || event->type() != QEvent::KeyPress) {
-        return QDialog::eventFilter(watched, event);
-    }
-    auto* key = static_cast<QKeyEvent*>(event);
-    const int shift = ShiftState(key->modifiers());
-    HandleTextBoxKeys(platform_, ui->txtDecodedOut, key->key(), shift);
-    // Ctrl+C has just put the selection, with its CR LF line breaks, on the clipboard
-    // through the retrying writer; the box's own copy would overwrite it with bare LFs.
-    return shift == kCtrlMask && key->key() == Qt::Key_C;
 }
 
 void frmDecoded::cmdOK_Click() {

@@ -87,7 +87,7 @@ void MainForm::cmdSysExDecode_Click() {
 
 void MainForm::txtSysExOut_KeyDown(int keyCode, int shift) {
     HandleTextBoxKeys(platform_, ui->txtSysExOut, keyCode, shift);
-    if (shift == kCtrlMask && keyCode == Qt::Key_V) cmdSysExDecode_Click();
+    if (shift == kCtrlMask && keyCode == kKeyV) cmdSysExDecode_Click();
 }
 
 }  // namespace lumidot

@@ -2,7 +2,7 @@
 
 #include <QMouseEvent>
 
-#include "editor/pixel_grid.h"
+#include "mainwindow/input_codes.h"
 
 namespace lumidot {
 

@@ -9,7 +9,7 @@
 #include "editor/up_down.h"
 #include "mainwindow/main_form.h"
 #include "mainwindow/small_widgets.h"
-#include "mainwindow/text_box_keys.h"
+#include "mainwindow/input_codes.h"
 #include "ui_main_form.h"
 
 namespace lumidot {
@@ -17,14 +17,6 @@ namespace lumidot {
 namespace {
 
 const QColor kClearButtonFace(255, 128, 128);
-
-// Key codes of the key preview.
-constexpr int kShiftKey = 16;
-constexpr int kCtrlKey = 17;
-
-// Mouse-button values.
-constexpr int kLeftButton = 1;
-constexpr int kRightButton = 2;
 
 // One step of a drag on the handle: a cell's width across, a row's pitch down.
 constexpr int kDragStepX = PixelGrid::kCellWidth;
@@ -189,9 +181,9 @@ void MainForm::FDPixelMouseDown(int index, int button) {
 void MainForm::Form_KeyDown(int keyCode, int /*shift*/) {
     // Only the key that went down counts, so Shift pressed while Ctrl is held still paints.
     if (FDPixelUnderMouse < 0) return;
-    if (keyCode == kShiftKey) {
+    if (keyCode == kKeyShift) {
         FDPixelMouseMove(FDPixelUnderMouse, 0, kShiftMask);
-    } else if (keyCode == kCtrlKey) {
+    } else if (keyCode == kKeyCtrl) {
         FDPixelMouseMove(FDPixelUnderMouse, 0, kCtrlMask);
     }
 }

@@ -4,7 +4,7 @@
 #include <QPainter>
 #include <cmath>
 
-#include "mainwindow/text_box_keys.h"
+#include "mainwindow/input_codes.h"
 
 namespace lumidot {
 
@@ -95,14 +95,6 @@ bool PixelGrid::overBareSurface(const QMouseEvent* event) const {
 void PixelGrid::mousePressEvent(QMouseEvent* event) {
     const int index = cellAt(event->position());
     if (index >= 0) emit cellMouseDown(index, ButtonState(event->button()));
-}
-
-int ButtonState(Qt::MouseButtons buttons) {
-    int state = 0;
-    if (buttons & Qt::LeftButton) state |= 1;
-    if (buttons & Qt::RightButton) state |= 2;
-    if (buttons & Qt::MiddleButton) state |= 4;
-    return state;
 }
 
 }  // namespace lumidot

@@ -52,7 +52,4 @@ private:
     std::array<bool, kPagePixels> cells_{};
 };
 
-// Mouse-button values as the handlers see them: 1 left, 2 right, 4 middle, summed.
-int ButtonState(Qt::MouseButtons buttons);
-
 }  // namespace lumidot

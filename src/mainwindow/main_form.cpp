@@ -23,19 +23,6 @@ static void RegisterPictures() { Q_INIT_RESOURCE(resources); }
 namespace lumidot {
 namespace {
 
-constexpr int kKeyCodeShift = 16;
-constexpr int kKeyCodeCtrl = 17;
-
-// Key codes as the handlers know them: Shift and Ctrl as 16 and 17, letters and digits
-// as their upper-case character codes (which Qt's key codes already are).
-int KeyCode(const QKeyEvent& event) {
-    switch (event.key()) {
-        case Qt::Key_Shift: return kKeyCodeShift;
-        case Qt::Key_Control: return kKeyCodeCtrl;
-        default: return event.key();
-    }
-}
-
 QString VersionCaption() {
     return QStringLiteral(" (v%1.%2.%3)")
         .arg(LUMIDOT_VERSION_MAJOR)
@@ -128,8 +115,12 @@ void MainForm::Form_Unload() {
 }
 
 void MainForm::setUpKeyboardAndMouse() {
-    // Key preview: every key press in this window passes through eventFilter first.
+    // Key preview: every key press in this window passes through eventFilter first, before
+    // the text boxes' own key handling.
     qApp->installEventFilter(this);
+    new TextBoxKeys(platform_, ui->txtTextIn);
+    new TextBoxKeys(platform_, ui->txtSysExOut,
+                    [this](int keyCode, int shift) { txtSysExOut_KeyDown(keyCode, shift); });
 
     // The pointer leaving the cells is seen on the window's and the graphic frame's own
     // surfaces; the grey rectangle behind the cells lets the frame see it too. Any other
@@ -157,22 +148,9 @@ bool MainForm::eventFilter(QObject* watched, QEvent* event) {
     QWidget* focus = focusWidget();
     if (widget != (focus ? focus : this)) return false;
 
-    auto* key = static_cast<QKeyEvent*>(event);
-    const int keyCode = KeyCode(*key);
-    const int shift = ShiftState(key->modifiers());
-    Form_KeyDown(keyCode, shift);
-
-    if (widget == ui->txtTextIn) {
-        HandleTextBoxKeys(platform_, ui->txtTextIn, keyCode, shift);
-    } else if (widget == ui->txtSysExOut) {
-        txtSysExOut_KeyDown(keyCode, shift);
-    } else {
-        return false;
-    }
-    // The box would copy its selection a second time through Qt, with its own line breaks;
-    // the retrying writer above has already put the exact selection on the clipboard. Its
-    // other keys, Ctrl+Insert among them, are the box's own.
-    return keyCode == Qt::Key_C && shift == kCtrlMask;
+    const auto& key = static_cast<const QKeyEvent&>(*event);
+    Form_KeyDown(KeyCode(key), ShiftState(key.modifiers()));
+    return false;
 }
 
 void MainForm::mouseMoveEvent(QMouseEvent* event) {

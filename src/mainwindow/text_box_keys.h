@@ -1,24 +1,36 @@
 // Ctrl+A and Ctrl+C in the program's text boxes.
 #pragma once
 
-#include <Qt>
+#include <QObject>
+#include <functional>
 
+#include "mainwindow/input_codes.h"
 #include "mainwindow/platform.h"
 
 class QWidget;
-class QKeyEvent;
 
 namespace lumidot {
-
-// Shift-state values as the key handlers see them.
-constexpr int kShiftMask = 1;
-constexpr int kCtrlMask = 2;
-constexpr int kAltMask = 4;
-// Sum of kShiftMask, kCtrlMask and kAltMask for the modifiers of an event.
-int ShiftState(Qt::KeyboardModifiers modifiers);
 
 // With Ctrl alone: A selects the whole text of box, C copies its selection through
 // SetClipboardText. box is a QLineEdit or a ReadOnlyTextBox. It never consumes the key.
 void HandleTextBoxKeys(Platform& platform, QWidget* box, int keyCode, int shift);
+
+// The key handling of one text box, installed on it: every key press goes to keyDown (by
+// default HandleTextBoxKeys alone) before the box sees it, and the box then handles the key
+// as it would, except Ctrl+C, which keyDown has already answered: the box's own copy would
+// put the selection on the clipboard a second time, with its own line breaks.
+class TextBoxKeys : public QObject {
+public:
+    using KeyDown = std::function<void(int keyCode, int shift)>;
+    TextBoxKeys(Platform& platform, QWidget* box, KeyDown keyDown = {});
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    Platform& platform_;
+    QWidget* box_;
+    KeyDown keyDown_;
+};
 
 }  // namespace lumidot
