@@ -2,12 +2,11 @@
 
 #include <QCloseEvent>
 #include <QLocale>
-#include <QScreen>
 #include <QShowEvent>
 
 #include "mainwindow/read_only_text_box.h"
 #include "mainwindow/text_box_keys.h"
-#include "mainwindow/small_widgets.h"
+#include "mainwindow/look.h"
 #include "ui_frm_decoded.h"
 
 namespace lumidot {
@@ -24,13 +23,8 @@ frmDecoded::frmDecoded(QWidget* owner, Platform& platform)
     ui->setupUi(this);
     TakeOwnersLook(this, owner);
 
-    ReadOnlyTextBox& box = *ui->txtDecodedOut;
-    box.setFont(TextBoxFont());
-    // On the button face, so that the results read as something to look at, not to type into.
-    QPalette palette = box.palette();
-    palette.setColor(QPalette::Base, palette.color(QPalette::Button));
-    box.setPalette(palette);
-    new TextBoxKeys(platform_, &box);
+    StyleReadOnlyPane(ui->txtDecodedOut);
+    new TextBoxKeys(platform_, ui->txtDecodedOut);
 
     connect(ui->cmdOK, &QPushButton::clicked, this, [this] { cmdOK_Click(); });
 }
@@ -55,10 +49,7 @@ void frmDecoded::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
     if (!event->spontaneous()) {
         // Centred on the screen rather than over the owner.
-        const QScreen* screen = parentWidget() ? parentWidget()->screen() : this->screen();
-        QRect frame = frameGeometry();
-        frame.moveCenter(screen->availableGeometry().center());
-        move(frame.topLeft());
+        CentreOnScreen(this);
     }
     ui->txtDecodedOut->setFocus();
     ui->txtDecodedOut->setCaretToStart();

@@ -4,7 +4,7 @@
 #include <QShowEvent>
 
 #include "codec/graphic_page.h"
-#include "mainwindow/small_widgets.h"
+#include "mainwindow/look.h"
 #include "ui_frm_page_copy.h"
 
 namespace lumidot {

@@ -11,6 +11,7 @@
 #include "codec/code_page.h"
 #include "decode/frm_decoded.h"
 #include "mainwindow/clipboard_access.h"
+#include "mainwindow/look.h"
 #include "mainwindow/small_widgets.h"
 #include "mainwindow/text_box_keys.h"
 #include "storage/storage_session.h"
@@ -52,14 +53,8 @@ MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent,
     for (QLineEdit* box : {ui->txtTextIn, ui->txtHexPrefix, ui->txtHexSuffix, ui->txtHexSep}) {
         box->setFont(TextBoxFont());
     }
-    ui->txtSysExOut->setFont(TextBoxFont());
-    QPalette paneColours = ui->txtSysExOut->palette();
-    paneColours.setColor(QPalette::Base, paneColours.color(QPalette::Button));
-    ui->txtSysExOut->setPalette(paneColours);
-
-    QPalette grey = ui->Shape1->palette();
-    grey.setColor(QPalette::Window, QColor(128, 128, 128));
-    ui->Shape1->setPalette(grey);
+    StyleReadOnlyPane(ui->txtSysExOut);
+    SetBackgroundColour(ui->Shape1, QColor(128, 128, 128));
 
     ui->cmdSysExDecode->setPicture(QStringLiteral(":/decode.xpm"));
     ui->cmdSysExCopy->setPicture(QStringLiteral(":/copy.xpm"));
@@ -85,9 +80,7 @@ MainForm::~MainForm() {
 void MainForm::Form_Load() {
     show();
     // Centred with its title bar and borders, now that it has them.
-    QRect frame = frameGeometry();
-    frame.moveCenter(QGuiApplication::primaryScreen()->availableGeometry().center());
-    move(frame.topLeft());
+    CentreOnScreen(this);
 
     setWindowTitle(windowTitle() + VersionCaption());
     buildPixelGrid();
@@ -227,13 +220,8 @@ void MainForm::showLcdCounters() {
     const bool scrolls = withoutScrolling < 0;
     const QColor red(255, 0, 0);
     const QColor green(0, 160, 0);
-    auto colour = [](QWidget* label, const QColor& c) {
-        QPalette palette = label->palette();
-        palette.setColor(QPalette::WindowText, c);
-        label->setPalette(palette);
-    };
-    colour(ui->lblTextInRem16, scrolls ? red : green);
-    colour(ui->lblTextInRem32, scrolls ? green : red);
+    SetTextColour(ui->lblTextInRem16, scrolls ? red : green);
+    SetTextColour(ui->lblTextInRem32, scrolls ? green : red);
     ui->frmTextInArrow16->setVisible(!scrolls);
     ui->frmTextInArrow32->setVisible(scrolls);
 }

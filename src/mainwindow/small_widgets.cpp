@@ -111,32 +111,3 @@ void PictureButton::setFace(const QColor& colour) {
 }
 
 }  // namespace lumidot
-
-namespace lumidot {
-
-void ApplyProgramLook() {
-    if (QApplication::style()->name().compare(QStringLiteral("fusion"), Qt::CaseInsensitive) != 0) {
-        QApplication::setStyle(QStringLiteral("Fusion"));
-    }
-    QFont font(QStringLiteral("Liberation Sans"));
-    font.setStyleHint(QFont::SansSerif);
-    font.setPixelSize(11);
-    QApplication::setFont(font);
-}
-
-void TakeOwnersLook(QWidget* dialog, QWidget* owner) {
-    dialog->setFixedSize(dialog->size());
-    if (owner) {
-        dialog->setFont(owner->font());
-        dialog->setWindowIcon(owner->windowIcon());
-    }
-}
-
-QFont TextBoxFont() {
-    QFont font(QStringLiteral("Courier New"));
-    font.setStyleHint(QFont::TypeWriter);
-    font.setPixelSize(11);
-    return font;
-}
-
-}  // namespace lumidot

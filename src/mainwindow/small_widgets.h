@@ -52,23 +52,3 @@ QPixmap LoadPicture(const QString& resource);
 
 
 }  // namespace lumidot
-
-namespace lumidot {
-
-// The program's look, the same on every desktop: the Fusion style and an 11-pixel sans
-// serif for captions, which the fixed layout was drawn for. Safe to call more than once.
-void ApplyProgramLook();
-
-// The program's dialogs: a title and a close box, nothing to minimise or maximise.
-inline constexpr Qt::WindowFlags kDialogFlags = Qt::Dialog | Qt::CustomizeWindowHint |
-                                                Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
-                                                Qt::WindowCloseButtonHint;
-
-// Fixes a dialog at its designed size and gives it its owner's font and icon.
-void TakeOwnersLook(QWidget* dialog, QWidget* owner);
-
-// Courier New at 11 pixels (8.25 points at 96 dpi) for the text boxes; fontconfig gives a
-// metric-compatible face where Courier New itself is missing.
-QFont TextBoxFont();
-
-}  // namespace lumidot
