@@ -86,7 +86,8 @@ void MainForm::connectGraphicEditor() {
         {ui->cmdFDShiftRight, &MainForm::cmdFDShiftRight_Click},
     };
     for (const auto& [button, handler] : buttons) {
-        connect(button, &QPushButton::clicked, this, [this, handler] { (this->*handler)(); });
+        // Copied by an init-capture: clang 14 cannot capture a structured binding itself.
+        connect(button, &QPushButton::clicked, this, [this, h = handler] { (this->*h)(); });
     }
 
     SetButtonFace(ui->cmdFDClear, kClearButtonFace);
