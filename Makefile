@@ -2,8 +2,13 @@
 BUILD ?= build
 JOBS  ?= $(shell nproc 2>/dev/null || echo 2)
 CMAKE_FLAGS ?=
+MAKEFLAGS += --no-print-directory
 
-.PHONY: all deps build run test bench fuzz screenshot clean
+# The sanitizer build: everything again, built by clang with ASan and UBSan.
+SANITIZE = $(BUILD)-asan
+CLANG = -DCMAKE_CXX_COMPILER=clang++-14
+
+.PHONY: all deps build sanitize run test bench fuzz screenshot clean
 
 all: build
 
@@ -16,11 +21,20 @@ $(BUILD)/CMakeCache.txt: | deps
 build: deps $(BUILD)/CMakeCache.txt
 	cmake --build $(BUILD) -j $(JOBS)
 
+$(SANITIZE)/CMakeCache.txt: | deps
+	cmake -S . -B $(SANITIZE) $(CLANG) -DLUMIDOT_SANITIZE=ON $(CMAKE_FLAGS)
+
+sanitize: deps $(SANITIZE)/CMakeCache.txt
+	cmake --build $(SANITIZE) -j $(JOBS)
+
 run: build
 	$(BUILD)/lumidot
 
+# Every test twice: as built for users, then in the sanitizer build, where any report fails.
 test: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
+	$(MAKE) sanitize
+	cd $(SANITIZE) && ctest --output-on-failure -j $(JOBS)
 
 bench: build
 	@if [ -x $(BUILD)/lumidot_bench ]; then \
@@ -45,4 +59,4 @@ screenshot: build
 	tests/e2e/screenshot.sh $(BUILD)/lumidot docs/screenshot-drawing.png draw
 
 clean:
-	rm -rf $(BUILD) $(BUILD)-fuzz
+	rm -rf $(BUILD) $(SANITIZE) $(BUILD)-fuzz
