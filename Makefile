@@ -42,16 +42,11 @@ bench: build
 	else echo "no benchmarks yet"; fi
 	@bench/startup.sh $(BUILD)/lumidot
 
-# Runs each libFuzzer target for a bounded time (FUZZ_SECONDS each).
+# Runs each libFuzzer target for FUZZ_SECONDS; fails on a crash, a leak or a hang.
 FUZZ_SECONDS ?= 60
-fuzz:
-	@scripts/install-deps --fuzz
-	CC=clang-14 CXX=clang++-14 cmake -S . -B $(BUILD)-fuzz -DLUMIDOT_FUZZ=ON
-	cmake --build $(BUILD)-fuzz -j $(JOBS) --target fuzz_describe fuzz_decode_text
-	@for f in $(BUILD)-fuzz/fuzz_describe $(BUILD)-fuzz/fuzz_decode_text; do \
-	  [ -x "$$f" ] || continue; echo "== $$f"; \
-	  "$$f" -max_total_time=$(FUZZ_SECONDS) -max_len=4096 || exit 1; \
-	done
+fuzz: deps
+	cmake -S . -B $(BUILD)-fuzz $(CLANG) -DLUMIDOT_FUZZ=ON -DLUMIDOT_FUZZ_SECONDS=$(FUZZ_SECONDS) $(CMAKE_FLAGS)
+	cmake --build $(BUILD)-fuzz -j $(JOBS) --target run_fuzzers
 
 # Pictures of the running window under Xvfb: as it starts, and with a drawing.
 screenshot: build
