@@ -7,7 +7,12 @@ XVFB_PID=
 APP_PID=
 
 e2e_cleanup() {
-  [[ -n "$APP_PID" ]] && kill "$APP_PID" 2>/dev/null
+  # The program ends before its X server, as it would for a user, so that its exit and the
+  # leak check at exit are the normal ones.
+  if [[ -n "$APP_PID" ]]; then
+    kill "$APP_PID" 2>/dev/null
+    wait_app_end || kill -KILL "$APP_PID" 2>/dev/null
+  fi
   [[ -n "$XVFB_PID" ]] && kill "$XVFB_PID" 2>/dev/null
   wait 2>/dev/null
   rm -rf "$E2E_TMP"
