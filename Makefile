@@ -2,8 +2,13 @@
 BUILD ?= build
 JOBS  ?= $(shell nproc 2>/dev/null || echo 2)
 CMAKE_FLAGS ?=
+MAKEFLAGS += --no-print-directory
 
-.PHONY: all deps build run test bench fuzz screenshot clean
+# The sanitizer build: everything again, built by clang with ASan and UBSan.
+SANITIZE = $(BUILD)-asan
+CLANG = -DCMAKE_CXX_COMPILER=clang++-14
+
+.PHONY: all deps build sanitize run test bench fuzz screenshot clean
 
 all: build
 
@@ -16,11 +21,20 @@ $(BUILD)/CMakeCache.txt: | deps
 build: deps $(BUILD)/CMakeCache.txt
 	cmake --build $(BUILD) -j $(JOBS)
 
+$(SANITIZE)/CMakeCache.txt: | deps
+	cmake -S . -B $(SANITIZE) $(CLANG) -DLUMIDOT_SANITIZE=ON $(CMAKE_FLAGS)
+
+sanitize: deps $(SANITIZE)/CMakeCache.txt
+	cmake --build $(SANITIZE) -j $(JOBS)
+
 run: build
 	$(BUILD)/lumidot
 
+# Every test twice: as built for users, then in the sanitizer build, where any report fails.
 test: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
+	$(MAKE) sanitize
+	cd $(SANITIZE) && ctest --output-on-failure -j $(JOBS)
 
 bench: build
 	@if [ -x $(BUILD)/lumidot_bench ]; then \
@@ -29,16 +43,11 @@ bench: build
 	@bench/startup.sh $(BUILD)/lumidot
 	@bench/clipboard.sh $(BUILD)/lumidot_bench $(BUILD)/clipboard_owner
 
-# Runs each libFuzzer target for a bounded time (FUZZ_SECONDS each).
+# Runs each libFuzzer target for FUZZ_SECONDS; fails on a crash, a leak or a hang.
 FUZZ_SECONDS ?= 60
-fuzz:
-	@scripts/install-deps --fuzz
-	CC=clang-14 CXX=clang++-14 cmake -S . -B $(BUILD)-fuzz -DLUMIDOT_FUZZ=ON
-	cmake --build $(BUILD)-fuzz -j $(JOBS) --target fuzz_describe fuzz_decode_text fuzz_storage
-	@for f in $(BUILD)-fuzz/fuzz_describe $(BUILD)-fuzz/fuzz_decode_text $(BUILD)-fuzz/fuzz_storage; do \
-	  [ -x "$$f" ] || continue; echo "== $$f"; \
-	  "$$f" -max_total_time=$(FUZZ_SECONDS) -max_len=4096 || exit 1; \
-	done
+fuzz: deps
+	cmake -S . -B $(BUILD)-fuzz $(CLANG) -DLUMIDOT_FUZZ=ON -DLUMIDOT_FUZZ_SECONDS=$(FUZZ_SECONDS) $(CMAKE_FLAGS)
+	cmake --build $(BUILD)-fuzz -j $(JOBS) --target run_fuzzers
 
 # Pictures of the running window under Xvfb: as it starts, and with a drawing.
 screenshot: build
@@ -46,4 +55,4 @@ screenshot: build
 	tests/e2e/screenshot.sh $(BUILD)/lumidot docs/screenshot-drawing.png draw
 
 clean:
-	rm -rf $(BUILD) $(BUILD)-fuzz
+	rm -rf $(BUILD) $(SANITIZE) $(BUILD)-fuzz

@@ -17,7 +17,10 @@ const QString kEmpty = "F0 F7";
 class OwnLayoutTest : public ::testing::TestWithParam<Layout> {};
 
 TEST_P(OwnLayoutTest, ReadsBackExactlyTheDigitsItWrote) {
-    const auto& [prefix, suffix, separator] = GetParam();
+    // Named references rather than a structured binding, which clang 14 cannot capture.
+    const QString& prefix = std::get<0>(GetParam());
+    const QString& suffix = std::get<1>(GetParam());
+    const QString& separator = std::get<2>(GetParam());
     // Laid out as the output pane shows it: prefix, digits and suffix for every byte, the
     // separator between neighbours and nowhere else.
     const auto layOut = [&](const QString& spaced) {

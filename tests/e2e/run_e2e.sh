@@ -88,7 +88,7 @@ check_clipboard "cleaned messages reach the clipboard" \
   "$(printf '%s\r\n%s' "$TEXT_ABC" "$DIAGONAL")"
 # The results window puts the focus in its text; keys go where the pointer is, so move
 # it there, then select all and copy.
-DIALOG=$(xdotool search --sync --onlyvisible --name 'SysEx Decoding Results' | head -1)
+DIALOG=$(wait_window 'SysEx Decoding Results')
 xdotool mousemove --window "$DIALOG" 300 100; sleep 0.2
 xdotool key ctrl+a ctrl+c; sleep 0.3
 check_clipboard "results window lists both messages" \

@@ -7,7 +7,12 @@ XVFB_PID=
 APP_PID=
 
 e2e_cleanup() {
-  [[ -n "$APP_PID" ]] && kill "$APP_PID" 2>/dev/null
+  # The program ends before its X server, as it would for a user, so that its exit and the
+  # leak check at exit are the normal ones.
+  if [[ -n "$APP_PID" ]]; then
+    kill "$APP_PID" 2>/dev/null
+    wait_app_end || kill -KILL "$APP_PID" 2>/dev/null
+  fi
   [[ -n "$XVFB_PID" ]] && kill "$XVFB_PID" 2>/dev/null
   wait 2>/dev/null
   rm -rf "$E2E_TMP"
@@ -45,9 +50,15 @@ start_app() {
   # A data folder of its own: never the files of a real user of this machine.
   XDG_DATA_HOME="$E2E_TMP/data" QT_QPA_PLATFORM=xcb "$folder/lumidot" >"$E2E_TMP/app.log" 2>&1 &
   APP_PID=$!
-  WINDOW=$(xdotool search --sync --onlyvisible --name 'Lumidot by Tarrowen \(v' | head -1)
+  WINDOW=$(wait_window 'Lumidot by Tarrowen \(v')
   # Let the start-up finish painting and loading.
   sleep 0.7
+}
+
+# Prints the id of the first visible window whose title matches $1, waiting up to 30 s; a
+# program that died must fail the test, not hang it until CTest kills it unreported.
+wait_window() {
+  timeout 30 xdotool search --sync --onlyvisible --name "$1" | head -1
 }
 
 # Waits for the program to end after a signal; fails if it does not within 10 s.
