@@ -86,10 +86,11 @@ void PixelGrid::mouseMoveEvent(QMouseEvent* event) {
 bool PixelGrid::overBareSurface(const QMouseEvent* event) const {
     // Outside the grid the movements only come here while a button pressed on a cell is
     // held. They count as leaving the cells when the pointer is over the frame or window
-    // itself; over another control they mean nothing, as they would without the grab.
+    // itself (the grid's ancestors); over another control they mean nothing, as they would
+    // without the grab.
     QWidget* top = window();
     QWidget* under = top->childAt(top->mapFromGlobal(event->globalPosition().toPoint()));
-    return under == nullptr || under == top || under == parentWidget();
+    return under == nullptr || under == top || under->isAncestorOf(this);
 }
 
 void PixelGrid::mousePressEvent(QMouseEvent* event) {

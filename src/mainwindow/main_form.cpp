@@ -4,14 +4,17 @@
 #include <QButtonGroup>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QMenuBar>
 #include <QMouseEvent>
 #include <QScreen>
 #include <QSignalBlocker>
+#include <QVBoxLayout>
 
 #include "codec/code_page.h"
 #include "decode/frm_decoded.h"
 #include "mainwindow/clipboard_access.h"
 #include "mainwindow/look.h"
+#include "mainwindow/program_menus.h"
 #include "mainwindow/small_widgets.h"
 #include "mainwindow/text_box_keys.h"
 #include "storage/storage_session.h"
@@ -44,10 +47,22 @@ MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent,
       programFolder_(std::move(programFolder)) {
     RegisterPictures();
     ApplyProgramLook();
-    ui->setupUi(this);
+    // The designed window is the client area, exactly as drawn; the menu bar sits above it.
+    client_ = new QWidget(this);
+    ui->setupUi(client_);
+    client_->setObjectName(QStringLiteral("clientArea"));
+    client_->setFixedSize(kClientSize);
+    setObjectName(QStringLiteral("MainForm"));
+    setWindowTitle(client_->windowTitle());
+    menuBar_ = new QMenuBar(this);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->setMenuBar(menuBar_);
+    layout->addWidget(client_);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
     // The separator's designed text is one space, which the form compiler drops as blank.
     ui->txtHexSep->setText(QStringLiteral(" "));
-    setFixedSize(600, 528);
     setWindowIcon(LoadPicture(QStringLiteral(":/icon.xpm")));
 
     for (QLineEdit* box : {ui->txtTextIn, ui->txtHexPrefix, ui->txtHexSuffix, ui->txtHexSep}) {
@@ -68,6 +83,7 @@ MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent,
     model_.setCopier([this](const QString& text) { SetClipboardText(platform_, text, this); });
     connectOutput();
     connectGraphicEditor();
+    menus_ = AddProgramMenus(*this);
     setUpKeyboardAndMouse();
 }
 
@@ -119,11 +135,13 @@ void MainForm::setUpKeyboardAndMouse() {
     // surfaces; the grey rectangle behind the cells lets the frame see it too. Any other
     // control keeps the move to itself, so the last cell stays the one under the mouse.
     setMouseTracking(true);
+    client_->setMouseTracking(true);
     ui->frmFrameDraw->setMouseTracking(true);
     ui->frmFrameDraw->installEventFilter(this);
     ui->Shape1->setAttribute(Qt::WA_TransparentForMouseEvents);
     for (QWidget* child : findChildren<QWidget*>()) {
-        if (child != ui->frmFrameDraw && child != ui->Shape1 && child != ui->lblFDPixelBase) {
+        if (child != client_ && child != ui->frmFrameDraw && child != ui->Shape1 &&
+            child != ui->lblFDPixelBase && !menuBar_->isAncestorOf(child) && child != menuBar_) {
             child->setAttribute(Qt::WA_NoMousePropagation);
         }
     }

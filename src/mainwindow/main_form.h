@@ -9,6 +9,7 @@
 #pragma once
 
 #include <QPointF>
+#include <QSize>
 #include <QString>
 #include <QWidget>
 #include <cstdint>
@@ -19,8 +20,10 @@
 #include "codec/graphic_page.h"
 #include "editor/frm_page_copy.h"
 #include "mainwindow/platform.h"
+#include "mainwindow/program_menus.h"
 #include "mainwindow/window_model.h"
 
+class QMenuBar;
 class QPushButton;
 
 namespace Ui {
@@ -44,7 +47,13 @@ public:
     // Shows the window and fills it: grid, counters, output, stored pages and layout.
     void Form_Load();
 
+    // The client area's size, as designed; the menu bar adds to the window's height.
+    static constexpr QSize kClientSize{600, 528};
+
     Ui::MainForm& form() { return *ui; }
+    QWidget* clientArea() const { return client_; }
+    QMenuBar* menuBar() const { return menuBar_; }
+    const ProgramMenus& menus() const { return menus_; }
     Platform& platform() { return platform_; }
     WindowModel& model() { return model_; }
     const WindowModel& model() const { return model_; }
@@ -128,6 +137,9 @@ private:
     void setUpKeyboardAndMouse();
 
     std::unique_ptr<Ui::MainForm> ui;
+    QWidget* client_ = nullptr;
+    QMenuBar* menuBar_ = nullptr;
+    ProgramMenus menus_{};
     Platform& platform_;
     WindowModel model_;
     QString programFolder_;

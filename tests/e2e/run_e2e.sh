@@ -70,9 +70,9 @@ xdotool key ctrl+a; xdotool type " "; sleep 0.3
 
 # --- painting with Shift and the real pointer ---------------------------------
 # Cell (row r, column c) lies at (125 + 24c, 42 + 10r) in the window.
-xdotool mousemove --window "$WINDOW" 3 300; sleep 0.1   # bare window: no cell under the mouse
+point_at 3 300; sleep 0.1   # bare window: no cell under the mouse
 xdotool keydown shift
-xdotool mousemove --window "$WINDOW" $((125 + 24 * 7)) $((42 + 10 * 2)); sleep 0.3
+point_at $((125 + 24 * 7)) $((42 + 10 * 2)); sleep 0.3
 xdotool keyup shift; sleep 0.3
 check_clipboard "Shift over row 2, column 7 stores page 1 with data byte 18 = 04" \
   "$(store_message 1 39)"
@@ -98,9 +98,9 @@ xdotool key Return; sleep 0.3
 # --- pages and prefix survive a SIGTERM and a new start -----------------------
 # Page 3 (the decoded diagonal) is open: step down to page 2 and paint row 5, column 0.
 click_at 577 45    # lower half of the page spinner
-xdotool mousemove --window "$WINDOW" 3 300; sleep 0.1   # bare window: no cell under the mouse
+point_at 3 300; sleep 0.1   # bare window: no cell under the mouse
 xdotool keydown shift
-xdotool mousemove --window "$WINDOW" 125 92; sleep 0.3
+point_at 125 92; sleep 0.3
 xdotool keyup shift
 click_at $TXT_PREFIX
 xdotool type --delay 40 "0x"; sleep 0.3

@@ -21,10 +21,10 @@ if [[ "${3:-}" == "draw" ]]; then
   xdotool keydown shift
   for cell in "${picture[@]}"; do
     read -r r c <<<"$cell"
-    xdotool mousemove --window "$WINDOW" $((125 + 24 * c)) $((42 + 10 * r)); sleep 0.05
+    point_at $((125 + 24 * c)) $((42 + 10 * r)); sleep 0.05
   done
   xdotool keyup shift
-  xdotool mousemove --window "$WINDOW" 560 500
+  point_at 560 500
   click_at 60 281
   xdotool type --delay 30 "Lumidot!"
   click_at 160 400   # back to the store message

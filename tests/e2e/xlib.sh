@@ -71,8 +71,15 @@ wait_app_end() {
   return 1
 }
 
-# Clicks at a point of the window's client area (pixels).
-click_at() { xdotool mousemove --window "$WINDOW" "$1" "$2" click 1; sleep 0.2; }
+# Moves the pointer to, or clicks at, a point of the window's client area (pixels). The
+# designed client area lies below the menu bar, at the foot of the window.
+point_at() {
+  local top
+  top=$(HEIGHT=0; eval "$(xdotool getwindowgeometry --shell "$WINDOW" 2>/dev/null)"
+    echo $(( HEIGHT > 528 ? HEIGHT - 528 : 0 )))
+  xdotool mousemove --window "$WINDOW" "$1" $(( $2 + top ))
+}
+click_at() { point_at "$1" "$2"; xdotool click 1; sleep 0.2; }
 clipboard() { xclip -o -selection clipboard 2>/dev/null; }
 
 # The store message for page $1 with the pixels given by index (16 * row + column) on,

@@ -1,5 +1,6 @@
 // The three windows as the desktop sees them: title, fixed size, buttons, icon.
 #include <QLabel>
+#include <QMenuBar>
 
 #include "decode/frm_decoded.h"
 #include "editor/frm_page_copy.h"
@@ -18,7 +19,12 @@ void ExpectFixedDialogLook(QWidget& window, const QString& title, QSize size) {
 }
 
 TEST_F(MainFormTest, WindowsHaveTheirTitlesSizesAndIcon) {
-    ExpectFixedDialogLook(*window, QStringLiteral("Lumidot by Tarrowen (v1.0.5)"), QSize(600, 528));
+    // The main window: the designed client area below a menu bar, nothing else.
+    const QSize client = window->clientArea()->size();
+    EXPECT_EQ(client, QSize(600, 528));
+    EXPECT_EQ(window->clientArea()->geometry().bottomLeft(), QPoint(0, window->height() - 1));
+    ExpectFixedDialogLook(*window, QStringLiteral("Lumidot by Tarrowen (v1.0.5)"),
+                          QSize(600, client.height() + window->menuBar()->height()));
     EXPECT_TRUE(window->windowFlags() & Qt::WindowMinimizeButtonHint);
 
     frmDecoded results(window.get(), fake.platform);

@@ -1,0 +1,43 @@
+#include "mainwindow/program_menus.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
+
+#include "mainwindow/main_form.h"
+
+namespace lumidot {
+
+ProgramMenus AddProgramMenus(MainForm& window) {
+    QMenuBar* bar = window.menuBar();
+    QMenu* file = bar->addMenu(QObject::tr("&File"));
+    file->setObjectName(QStringLiteral("menuFile"));
+    file->addSeparator();
+    QAction* quit = file->addAction(QObject::tr("&Quit"), &window, &QWidget::close);
+    quit->setObjectName(QStringLiteral("actionQuit"));
+    quit->setShortcut(QKeySequence::Quit);
+    // The desktop's own Quit shortcut may be missing; Ctrl+Q is what users expect here.
+    if (quit->shortcut().isEmpty()) quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+
+    QMenu* help = bar->addMenu(QObject::tr("&Help"));
+    help->setObjectName(QStringLiteral("menuHelp"));
+    QAction* about = help->addAction(QObject::tr("&About Lumidot"), &window, [&window] {
+        window.platform().prompts.showMessage(
+            &window, QObject::tr("About Lumidot"),
+            QObject::tr("Lumidot by Tarrowen, version %1.%2.%3\r\n\r\n"
+                        "Composes the GS messages that put a line of text and 16 x 16 dot "
+                        "pictures on the LCD of a Roland SC-88Pro (Sound Canvas), and reads "
+                        "them back.")
+                .arg(LUMIDOT_VERSION_MAJOR)
+                .arg(LUMIDOT_VERSION_MINOR)
+                .arg(LUMIDOT_VERSION_PATCH),
+            Prompts::Icon::Information, Prompts::Buttons::Ok, Prompts::Answer::Ok);
+    });
+    about->setObjectName(QStringLiteral("actionAbout"));
+    QAction* aboutQt = help->addAction(QObject::tr("About &Qt"), qApp, &QApplication::aboutQt);
+    aboutQt->setObjectName(QStringLiteral("actionAboutQt"));
+    return {file, help};
+}
+
+}  // namespace lumidot
