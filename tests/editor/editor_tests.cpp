@@ -3,7 +3,6 @@
 // keys, and moving the picture with the drag handle.
 #include <QApplication>
 #include <QLabel>
-#include <QPlainTextEdit>
 #include <QWheelEvent>
 #include <initializer_list>
 
@@ -12,6 +11,7 @@
 #include "editor/frm_page_copy.h"
 #include "editor/pixel_grid.h"
 #include "editor/up_down.h"
+#include "mainwindow/read_only_text_box.h"
 #include "support/main_form_fixture.h"
 #include "support/qt_printers.h"
 
@@ -349,7 +349,7 @@ TEST_P(DragTest, ShiftsOneStepPerCellOfMovementHorizontalFirst) {
     const auto& [name, pressed, moved, expectedTrail, anchorAhead] = GetParam();
     showPage(pixelsOn({17}));  // row 1, column 1
     std::vector<int> trail;
-    QObject::connect(ui().txtSysExOut, &QPlainTextEdit::textChanged, [&] {
+    QObject::connect(ui().txtSysExOut, &ReadOnlyTextBox::textChanged, [&] {
         for (int i = 0; i < kPagePixels; ++i) {
             // A shift may regenerate more than once; each place counts once.
             if (window->FDPixels[i] && (trail.empty() || trail.back() != i)) trail.push_back(i);
