@@ -161,9 +161,9 @@ bool MainForm::eventFilter(QObject* watched, QEvent* event) {
     } else {
         return false;
     }
-    // The box would copy its selection a second time through Qt, with its own line breaks;
-    // the retrying writer above has already put the exact selection on the clipboard.
-    return key->matches(QKeySequence::Copy) && shift == kCtrlMask;
+    // Ctrl+C has just put the exact selection on the clipboard through the retrying writer;
+    // the box's own copy would write it a second time. Ctrl+Insert stays the box's own.
+    return shift == kCtrlMask && keyCode == Qt::Key_C;
 }
 
 void MainForm::mouseMoveEvent(QMouseEvent* event) {

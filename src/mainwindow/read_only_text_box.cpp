@@ -181,7 +181,7 @@ void ReadOnlyTextBox::scrollContentsBy(int, int) {
 
 void ReadOnlyTextBox::resizeEvent(QResizeEvent* event) {
     QAbstractScrollArea::resizeEvent(event);
-    viewport()->update();
+    ensureLayout();
 }
 
 void ReadOnlyTextBox::ensureCaretVisible() {

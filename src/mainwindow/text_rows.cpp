@@ -2,53 +2,27 @@
 
 #include <QFontMetricsF>
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
-#include <string_view>
+
+#include "mainwindow/row_breaks.h"
 
 namespace lumidot {
 namespace {
 
 // Rows longer than this (in UTF-16 code units) are walked from marks this far apart.
 constexpr qsizetype kMarkSpan = 2048;
-// Combining marks kept with one character; more start characters of their own, so that a
-// pathological run of marks never becomes one giant glyph cluster.
-constexpr int kMaxMarks = 16;
 constexpr std::int32_t kUnmeasured = -1;
 constexpr qsizetype kAnyPosition = std::numeric_limits<qsizetype>::max();
 constexpr TextRows::Fixed kAnyX = std::numeric_limits<TextRows::Fixed>::max();
 
-bool IsMark(char32_t c) {
+}  // namespace
+
+bool TextRows::isMark(char32_t c) {
     const QChar::Category category = QChar::category(c);
     return category == QChar::Mark_NonSpacing || category == QChar::Mark_SpacingCombining ||
            category == QChar::Mark_Enclosing;
 }
-
-// Spaces a row may wrap after; the no-break spaces hold their neighbours together.
-bool IsBreakSpace(char16_t c) {
-    if (c == u' ' || c == u'\t') return true;
-    if (c < 0x80 || c == 0xA0 || c == 0x2007 || c == 0x202F) return false;
-    return QChar::isSpace(c);
-}
-
-// What a double click or Ctrl+arrow treats as one unit: a run of letters and digits, a run
-// of punctuation, or a run of spaces.
-enum class Kind { Space, Separator, Word };
-
-constexpr std::u16string_view kSeparators = u".,?!@#$:;-<>[](){}=/+%&^*'\"`~|\\";
-constexpr std::array<bool, 128> kIsSeparator = [] {
-    std::array<bool, 128> table{};
-    for (const char16_t c : kSeparators) table[c] = true;
-    return table;
-}();
-
-Kind KindOf(QChar c) {
-    if (c.unicode() < 128 && kIsSeparator[c.unicode()]) return Kind::Separator;
-    return c.isSpace() ? Kind::Space : Kind::Word;
-}
-
-}  // namespace
 
 void TextRows::setText(const QString& text) {
     text_ = text;
@@ -92,7 +66,7 @@ TextRows::Fixed TextRows::widthOf(char32_t c) {
     }
     const auto found = astral_.constFind(c);
     if (found != astral_.constEnd()) return *found;
-    const Fixed width = IsMark(c) ? 0 : measure(QString::fromUcs4(&c, 1));
+    const Fixed width = isMark(c) ? 0 : measure(QString::fromUcs4(&c, 1));
     astral_.insert(c, width);
     return width;
 }
@@ -122,7 +96,7 @@ TextRows::Cluster TextRows::clusterAt(qsizetype i, qsizetype end, Fixed x) {
             code = QChar::surrogateToUcs4(s[at], s[at + 1]);
             length = 2;
         }
-        if (!IsMark(code)) break;
+        if (!isMark(code)) break;
         cluster.length += length;
         cluster.width += widthOf(code);
         cluster.simple = false;
@@ -196,14 +170,26 @@ void TextRows::buildRows() {
         Fixed x = 0;
         qsizetype breakAt = -1;
         Fixed xAtBreak = 0;
+        char32_t before = 0;
         for (qsizetype i = rowStart; i < end;) {
             const Cluster cluster = step(i, end, x);
+            char32_t code = s[i];
+            if (cluster.length > 1 && QChar::isHighSurrogate(s[i]) &&
+                QChar::isLowSurrogate(s[i + 1])) {
+                code = QChar::surrogateToUcs4(s[i], s[i + 1]);
+            }
             if (IsBreakSpace(s[i])) {
                 x += cluster.width;
                 i += cluster.length;
                 breakAt = i;
                 xAtBreak = x;
+                before = 0;
                 continue;
+            }
+            if ((code >= kFirstBreakingCodePoint || before >= kFirstBreakingCodePoint) &&
+                before != 0 && MayBreakBetween(before, code)) {
+                breakAt = i;
+                xAtBreak = x;
             }
             if (x + cluster.width > wrapWidth_ && i > rowStart) {
                 if (breakAt > rowStart) {
@@ -220,6 +206,7 @@ void TextRows::buildRows() {
             }
             x += cluster.width;
             i += cluster.length;
+            before = code;
         }
     }
 }
@@ -356,77 +343,6 @@ void TextRows::visibleClusters(qsizetype row, qreal fromX, qreal toX, std::vecto
         at += cluster.width;
         i += cluster.length;
     }
-}
-
-qsizetype TextRows::nextPosition(qsizetype position) {
-    const qsizetype line = lineOf(position);
-    const qsizetype end = lineEnd(line);
-    if (position >= end) {
-        return line + 1 < static_cast<qsizetype>(lineStarts_.size()) ? lineStarts_[line + 1]
-                                                                     : position;
-    }
-    return position + step(position, end, 0).length;
-}
-
-qsizetype TextRows::previousPosition(qsizetype position) {
-    const qsizetype line = lineOf(position);
-    const qsizetype start = lineStarts_[line];
-    if (position <= start) return line > 0 ? lineEnd(line - 1) : 0;
-    // Back to a character that is neither a mark nor the second half of a pair, then
-    // forward character by character, so that both directions agree on the boundaries.
-    qsizetype from = position - 1;
-    for (int back = 0; from > start && back < 2 * kMaxMarks + 2; ++back) {
-        const char16_t c = text_[from].unicode();
-        if (!QChar::isLowSurrogate(c) && !(c >= 0x300 && IsMark(c))) break;
-        --from;
-    }
-    const qsizetype end = lineEnd(line);
-    qsizetype last = from;
-    for (qsizetype i = from; i < position; i += step(i, end, 0).length) last = i;
-    return last;
-}
-
-std::pair<qsizetype, qsizetype> TextRows::wordAt(qsizetype position) {
-    const qsizetype line = lineOf(position);
-    const qsizetype start = lineStarts_[line];
-    const qsizetype end = lineEnd(line);
-    // On a space, or past the end, the word before it is meant.
-    qsizetype at = position;
-    if (at >= end || KindOf(text_[at]) == Kind::Space) {
-        while (at > start && KindOf(text_[at - 1]) == Kind::Space) --at;
-        if (at == start) return {position, position};
-        --at;
-    }
-    const Kind kind = KindOf(text_[at]);
-    qsizetype first = at;
-    qsizetype last = at + 1;
-    while (first > start && KindOf(text_[first - 1]) == kind) --first;
-    while (last < end && KindOf(text_[last]) == kind) ++last;
-    return {first, last};
-}
-
-qsizetype TextRows::nextWordStart(qsizetype position) {
-    const qsizetype end = lineEnd(lineOf(position));
-    if (position >= end) return nextPosition(position);
-    qsizetype at = position;
-    const Kind kind = KindOf(text_[at]);
-    if (kind != Kind::Space) {
-        while (at < end && KindOf(text_[at]) == kind) ++at;
-    }
-    while (at < end && KindOf(text_[at]) == Kind::Space) ++at;
-    return at;
-}
-
-qsizetype TextRows::previousWordStart(qsizetype position) {
-    const qsizetype start = lineStarts_[lineOf(position)];
-    if (position <= start) return previousPosition(position);
-    qsizetype at = position;
-    while (at > start && KindOf(text_[at - 1]) == Kind::Space) --at;
-    if (at > start) {
-        const Kind kind = KindOf(text_[at - 1]);
-        while (at > start && KindOf(text_[at - 1]) == kind) --at;
-    }
-    return at;
 }
 
 qreal TextRows::spaceWidth() {

@@ -72,6 +72,11 @@ public:
     qreal spaceWidth();
 
 private:
+    // Combining marks kept with one character; more start characters of their own, so that
+    // a pathological run of marks never becomes one giant glyph cluster.
+    static constexpr int kMaxMarks = 16;
+    static bool isMark(char32_t c);
+
     struct Mark {
         qsizetype position;
         Fixed x;

@@ -113,5 +113,18 @@ TEST_F(FrmDecodedTest, CopiesEverythingWithCrLfAndTypingChangesNothing) {
     EXPECT_EQ(box().toPlainText(), QString(kThreeLines).remove('\r'));
 }
 
+// Ctrl+Insert and the context menu's Copy are the box's own: straight to the clipboard,
+// with CR LF all the same.
+TEST_F(FrmDecodedTest, CtrlInsertCopiesWithCrLfStraightToTheClipboard) {
+    QApplication::clipboard()->setText("old");
+    showModally([&] {
+        QTest::keyClick(&box(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(&box(), Qt::Key_Insert, Qt::ControlModifier);
+        window.accept();
+    });
+    EXPECT_EQ(QApplication::clipboard()->text(), kThreeLines);
+    EXPECT_TRUE(fake.clipboard.written.empty());
+}
+
 }  // namespace
 }  // namespace lumidot::testing
