@@ -3,6 +3,7 @@
 #include <QFontMetricsF>
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 #include "mainwindow/row_breaks.h"
@@ -15,6 +16,17 @@ constexpr qsizetype kMarkSpan = 2048;
 constexpr std::int32_t kUnmeasured = -1;
 constexpr qsizetype kAnyPosition = std::numeric_limits<qsizetype>::max();
 constexpr TextRows::Fixed kAnyX = std::numeric_limits<TextRows::Fixed>::max();
+
+constexpr std::uint64_t kOnes = 0x0001000100010001ULL;
+constexpr std::uint64_t kHighBits = 0x8000800080008000ULL;
+
+// Whether four UTF-16 code units read as one word are all printable ASCII, spaces included.
+// A borrow or carry out of one lane only happens when that lane fails the test anyway.
+inline bool AllPrintable(std::uint64_t four) {
+    const std::uint64_t below = (four - 0x20 * kOnes) & ~four;
+    const std::uint64_t above = (four + (0x7FFF - 0x7E) * kOnes) | four;
+    return ((below | above) & kHighBits) == 0;
+}
 
 }  // namespace
 
@@ -33,6 +45,11 @@ void TextRows::setText(const QString& text) {
 void TextRows::setFont(const QFont& font) {
     font_ = font;
     for (char16_t c = 0; c < 128; ++c) ascii_[c] = measure(QString(QChar(c)));
+    // A monospaced font: printable ASCII can be measured four characters at a time.
+    uniform_ = ascii_[u' '];
+    for (char16_t c = 0x20; c < 0x7F; ++c) {
+        if (ascii_[c] != uniform_) uniform_ = 0;
+    }
     bmp_.clear();
     astral_.clear();
     rowsValid_ = widestValid_ = false;
@@ -119,14 +136,21 @@ void TextRows::ensureLines() {
     lineStarts_.push_back(0);
     const auto* s = reinterpret_cast<const char16_t*>(text_.constData());
     const qsizetype n = text_.size();
-    for (qsizetype i = 0; i < n; ++i) {
-        const char16_t c = s[i];
-        if (c > u'\r') continue;
-        if (c == u'\n') {
-            lineStarts_.push_back(i + 1);
-        } else if (c == u'\r') {
-            if (i + 1 < n && s[i + 1] == u'\n') ++i;
-            lineStarts_.push_back(i + 1);
+    // Four characters at a time while none of them is a control character (13 or less).
+    qsizetype i = 0;
+    while (i < n) {
+        for (std::uint64_t four; i + 4 <= n; i += 4) {
+            std::memcpy(&four, s + i, sizeof four);
+            if (((four - 14 * kOnes) & ~four & kHighBits) != 0) break;
+        }
+        for (const qsizetype stop = std::min(n, i + 4); i < stop; ++i) {
+            const char16_t c = s[i];
+            if (c == u'\n') {
+                lineStarts_.push_back(i + 1);
+            } else if (c == u'\r') {
+                if (i + 1 < n && s[i + 1] == u'\n') ++i;
+                lineStarts_.push_back(i + 1);
+            }
         }
     }
     if (lineStarts_.capacity() > 2 * lineStarts_.size()) lineStarts_.shrink_to_fit();
@@ -138,7 +162,7 @@ qsizetype TextRows::lineEnd(qsizetype line) {
     if (line + 1 >= static_cast<qsizetype>(lineStarts_.size())) return text_.size();
     const qsizetype next = lineStarts_[line + 1];
     const bool crLf =
-        text_[next - 1] == u'\n' && next - 2 >= lineStarts_[line] && text_[next - 2] == u'\r';
+        text_.at(next - 1) == u'\n' && next - 2 >= lineStarts_[line] && text_.at(next - 2) == u'\r';
     return next - (crLf ? 2 : 1);
 }
 
@@ -172,40 +196,77 @@ void TextRows::buildRows() {
         Fixed xAtBreak = 0;
         char32_t before = 0;
         for (qsizetype i = rowStart; i < end;) {
-            const Cluster cluster = step(i, end, x);
-            char32_t code = s[i];
-            if (cluster.length > 1 && QChar::isHighSurrogate(s[i]) &&
-                QChar::isLowSurrogate(s[i + 1])) {
-                code = QChar::surrogateToUcs4(s[i], s[i + 1]);
+            if (uniform_ > 0 && before < kFirstBreakingCodePoint) {
+                // Whole groups of four printable ASCII characters that fit on the row; the
+                // character after them must not be a mark that belongs to the last.
+                while (i + 4 <= end && x + 4 * uniform_ <= wrapWidth_ &&
+                       (i + 4 == end || s[i + 4] < 0x300)) {
+                    std::uint64_t four;
+                    std::memcpy(&four, s + i, sizeof four);
+                    if (!AllPrintable(four)) break;
+                    for (int k = 3; k >= 0; --k) {
+                        if (s[i + k] == u' ') {
+                            breakAt = i + k + 1;
+                            xAtBreak = x + (k + 1) * uniform_;
+                            break;
+                        }
+                    }
+                    x += 4 * uniform_;
+                    i += 4;
+                    before = s[i - 1] == u' ' ? 0 : s[i - 1];
+                }
+                if (i >= end) break;
             }
-            if (IsBreakSpace(s[i])) {
-                x += cluster.width;
-                i += cluster.length;
-                breakAt = i;
-                xAtBreak = x;
-                before = 0;
-                continue;
+            const char16_t c = s[i];
+            char32_t code = c;
+            Fixed width = 0;
+            int length = 1;
+            if (c < 0x80 && c != u'\t' && (i + 1 == end || s[i + 1] < 0x300)) {
+                // Plain ASCII, nearly all of any clipboard: no call, no lookup beyond the table.
+                width = ascii_[c];
+                if (c == u' ') {
+                    x += width;
+                    breakAt = ++i;
+                    xAtBreak = x;
+                    before = 0;
+                    continue;
+                }
+            } else {
+                const Cluster cluster = clusterAt(i, end, x);
+                width = cluster.width;
+                length = cluster.length;
+                if (IsBreakSpace(c)) {
+                    x += width;
+                    i += length;
+                    breakAt = i;
+                    xAtBreak = x;
+                    before = 0;
+                    continue;
+                }
+                if (QChar::isHighSurrogate(c) && length > 1 && QChar::isLowSurrogate(s[i + 1])) {
+                    code = QChar::surrogateToUcs4(c, s[i + 1]);
+                }
             }
             if ((code >= kFirstBreakingCodePoint || before >= kFirstBreakingCodePoint) &&
                 before != 0 && MayBreakBetween(before, code)) {
                 breakAt = i;
                 xAtBreak = x;
             }
-            if (x + cluster.width > wrapWidth_ && i > rowStart) {
+            if (x + width > wrapWidth_ && i > rowStart) {
                 if (breakAt > rowStart) {
                     // The word so far holds no spaces, hence no tabs: its width just moves.
                     rowStart = breakAt;
                     x -= xAtBreak;
                     rowStarts_.push_back(rowStart);
                 }
-                if (x + cluster.width > wrapWidth_ && i > rowStart) {
+                if (x + width > wrapWidth_ && i > rowStart) {
                     rowStart = i;
                     x = 0;
                     rowStarts_.push_back(rowStart);
                 }
             }
-            x += cluster.width;
-            i += cluster.length;
+            x += width;
+            i += length;
             before = code;
         }
     }
@@ -244,14 +305,30 @@ qreal TextRows::widestLine() {
     ensureLines();
     if (!widestValid_) {
         widest_ = 0;
+        const auto* s = reinterpret_cast<const char16_t*>(text_.constData());
         const qsizetype lines = lineStarts_.size();
         for (qsizetype line = 0; line < lines; ++line) {
             const qsizetype end = lineEnd(line);
             Fixed x = 0;
             for (qsizetype i = lineStarts_[line]; i < end;) {
-                const Cluster cluster = step(i, end, x);
-                x += cluster.width;
-                i += cluster.length;
+                if (uniform_ > 0) {
+                    for (std::uint64_t four; i + 4 <= end && (i + 4 == end || s[i + 4] < 0x300);
+                         i += 4) {
+                        std::memcpy(&four, s + i, sizeof four);
+                        if (!AllPrintable(four)) break;
+                        x += 4 * uniform_;
+                    }
+                    if (i >= end) break;
+                }
+                const char16_t c = s[i];
+                if (c < 0x80 && c != u'\t' && (i + 1 == end || s[i + 1] < 0x300)) {
+                    x += ascii_[c];
+                    ++i;
+                } else {
+                    const Cluster cluster = clusterAt(i, end, x);
+                    x += cluster.width;
+                    i += cluster.length;
+                }
             }
             widest_ = std::max(widest_, x);
         }
@@ -318,7 +395,7 @@ qsizetype TextRows::positionAt(qsizetype row, qreal x) {
 
 qsizetype TextRows::rowCaretEnd(qsizetype row) {
     const qsizetype end = rowEnd(row);
-    if (end > rowStart(row) && !rowEndsLine(row) && text_[end - 1].isSpace()) return end - 1;
+    if (end > rowStart(row) && !rowEndsLine(row) && text_.at(end - 1).isSpace()) return end - 1;
     return end;
 }
 
@@ -326,7 +403,7 @@ qsizetype TextRows::rowTextEnd(qsizetype row) {
     const qsizetype start = rowStart(row);
     qsizetype end = rowEnd(row);
     if (rowEndsLine(row)) return end;
-    while (end > start && text_[end - 1].isSpace()) --end;
+    while (end > start && text_.at(end - 1).isSpace()) --end;
     return end;
 }
 

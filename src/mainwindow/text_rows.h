@@ -99,6 +99,8 @@ private:
     Fixed tabStop_ = 80 * kUnit;
 
     Fixed ascii_[128] = {};
+    // The one advance of every printable ASCII character, or 0 if they differ.
+    Fixed uniform_ = 0;
     // Other characters measured once: the first plane in a flat table, the rest in a hash.
     std::vector<std::int32_t> bmp_;
     QHash<char32_t, Fixed> astral_;

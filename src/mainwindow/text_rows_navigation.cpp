@@ -43,7 +43,7 @@ qsizetype TextRows::previousPosition(qsizetype position) {
     // forward character by character, so that both directions agree on the boundaries.
     qsizetype from = position - 1;
     for (int back = 0; from > start && back < 2 * kMaxMarks + 2; ++back) {
-        const char16_t c = text_[from].unicode();
+        const char16_t c = text_.at(from).unicode();
         if (!QChar::isLowSurrogate(c) && !(c >= 0x300 && isMark(c))) break;
         --from;
     }
@@ -59,16 +59,16 @@ std::pair<qsizetype, qsizetype> TextRows::wordAt(qsizetype position) {
     const qsizetype end = lineEnd(line);
     // On a space, or past the end, the word before it is meant.
     qsizetype at = position;
-    if (at >= end || KindOf(text_[at]) == Kind::Space) {
-        while (at > start && KindOf(text_[at - 1]) == Kind::Space) --at;
+    if (at >= end || KindOf(text_.at(at)) == Kind::Space) {
+        while (at > start && KindOf(text_.at(at - 1)) == Kind::Space) --at;
         if (at == start) return {position, position};
         --at;
     }
-    const Kind kind = KindOf(text_[at]);
+    const Kind kind = KindOf(text_.at(at));
     qsizetype first = at;
     qsizetype last = at + 1;
-    while (first > start && KindOf(text_[first - 1]) == kind) --first;
-    while (last < end && KindOf(text_[last]) == kind) ++last;
+    while (first > start && KindOf(text_.at(first - 1)) == kind) --first;
+    while (last < end && KindOf(text_.at(last)) == kind) ++last;
     return {first, last};
 }
 
@@ -76,11 +76,11 @@ qsizetype TextRows::nextWordStart(qsizetype position) {
     const qsizetype end = lineEnd(lineOf(position));
     if (position >= end) return nextPosition(position);
     qsizetype at = position;
-    const Kind kind = KindOf(text_[at]);
+    const Kind kind = KindOf(text_.at(at));
     if (kind != Kind::Space) {
-        while (at < end && KindOf(text_[at]) == kind) ++at;
+        while (at < end && KindOf(text_.at(at)) == kind) ++at;
     }
-    while (at < end && KindOf(text_[at]) == Kind::Space) ++at;
+    while (at < end && KindOf(text_.at(at)) == Kind::Space) ++at;
     return at;
 }
 
@@ -88,10 +88,10 @@ qsizetype TextRows::previousWordStart(qsizetype position) {
     const qsizetype start = lineStarts_[lineOf(position)];
     if (position <= start) return previousPosition(position);
     qsizetype at = position;
-    while (at > start && KindOf(text_[at - 1]) == Kind::Space) --at;
+    while (at > start && KindOf(text_.at(at - 1)) == Kind::Space) --at;
     if (at > start) {
-        const Kind kind = KindOf(text_[at - 1]);
-        while (at > start && KindOf(text_[at - 1]) == kind) --at;
+        const Kind kind = KindOf(text_.at(at - 1));
+        while (at > start && KindOf(text_.at(at - 1)) == kind) --at;
     }
     return at;
 }

@@ -22,6 +22,10 @@ struct DragRow {
     QString selected;
 };
 
+void PrintTo(const DragRow& row, std::ostream* out) {
+    *out << row.name;
+}
+
 class DragTest : public TextBoxTest, public ::testing::WithParamInterface<DragRow> {};
 
 TEST_P(DragTest, SelectsWhatThePointerPassedWithCrLfBetweenLines) {
@@ -93,6 +97,10 @@ struct KeyRow {
     std::vector<std::pair<Qt::Key, Qt::KeyboardModifiers>> keys;
     QString selected;
 };
+
+void PrintTo(const KeyRow& row, std::ostream* out) {
+    *out << row.name;
+}
 
 constexpr Qt::KeyboardModifiers kShift = Qt::ShiftModifier;
 constexpr Qt::KeyboardModifiers kCtrl = Qt::ControlModifier;

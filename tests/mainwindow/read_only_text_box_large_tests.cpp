@@ -15,6 +15,10 @@ struct LargeRow {
     bool wrap;
 };
 
+void PrintTo(const LargeRow& row, std::ostream* out) {
+    *out << row.name;
+}
+
 QString Repeated(const QString& piece, qsizetype size) {
     QString text;
     text.reserve(size);
@@ -66,6 +70,8 @@ TEST_P(LargeTextTest, ShowsScrollsToTheEndAndSelects) {
     box.selectAll();
     EXPECT_EQ(box.selectedText().size(), text.size());
     EXPECT_EQ(box.text(), text);
+    // Beside its index the box holds the very string it was given, never a copy.
+    EXPECT_EQ(box.text().constData(), text.constData());
 }
 
 const QString kMessage = QStringLiteral("F0 41 10 45 12 10 00 00 48 65 6C 6C 6F 7C F7");

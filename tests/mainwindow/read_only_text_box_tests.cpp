@@ -19,6 +19,10 @@ struct WrapRow {
     QStringList rows;
 };
 
+void PrintTo(const WrapRow& row, std::ostream* out) {
+    *out << row.name;
+}
+
 class WrapTest : public TextBoxTest, public ::testing::WithParamInterface<WrapRow> {};
 
 TEST_P(WrapTest, RowsBreakAfterSpacesAndInsideWordsLongerThanARow) {
@@ -97,6 +101,7 @@ INSTANTIATE_TEST_SUITE_P(
         LayoutRow{"漢字。漢字、かなっ「漢字」です。ab漢字(漢字)cd", 3},
         LayoutRow{"漢字。漢字、かなっ「漢字」です。ab漢字(漢字)cd", 4},
         LayoutRow{"한국어 문장입니다한국어문장입니다", 5},
+        LayoutRow{"abcd\u0301efgh漢字ijkl mnop\u0301\u0302 qrst", 3},
         LayoutRow{"x\ty\tzzzzzzzzzzzzzzz\tw", 15}, LayoutRow{"x\ty\tzzzzzzzzzzzzzzz\tw", 30},
         LayoutRow{"e\u0301te\u0301 cafe\u0301 ae\u0301\u0301\u0301bcde", 4}));
 
@@ -145,6 +150,10 @@ struct LookRow {
     int verticalScroll;
     int horizontalScroll;
 };
+
+void PrintTo(const LookRow& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class LookTest : public TextBoxTest, public ::testing::WithParamInterface<LookRow> {};
 
