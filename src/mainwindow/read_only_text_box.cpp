@@ -24,19 +24,20 @@ int ClampToInt(qsizetype value) {
     return static_cast<int>(std::clamp<qsizetype>(value, 0, INT_MAX));
 }
 
-// The text with every line break written as CR LF, in one pass.
+// The text with every line break written as CR LF, in one pass that copies whole lines.
 QString WithCrLf(QStringView text) {
     QString result;
     result.reserve(text.size() + text.count(u'\n') + text.count(u'\r'));
+    qsizetype lineStart = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar c = text[i];
-        if (c == u'\r' || c == u'\n') {
-            if (c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') ++i;
-            result += QStringLiteral("\r\n");
-        } else {
-            result += c;
-        }
+        if (c != u'\r' && c != u'\n') continue;
+        result += text.mid(lineStart, i - lineStart);
+        result += QStringLiteral("\r\n");
+        if (c == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') ++i;
+        lineStart = i + 1;
     }
+    result += text.mid(lineStart);
     return result;
 }
 

@@ -5,6 +5,7 @@
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
+#include <QElapsedTimer>
 // Only for its wrap modes, so that forms designed for a plain text edit set them unchanged.
 #include <QPlainTextEdit>
 #include <optional>
@@ -36,8 +37,8 @@ public:
     // Puts the selection on the clipboard, with CR LF between its lines.
     void copy();
 
-    // Kept for callers that write the box many times in a row: laying out waits for the
-    // next paint anyway, so deferring only holds back the repaint request.
+    // While deferred, setText keeps the text without asking for a repaint. Rows are laid
+    // out only when painted, so a long run of writes costs nothing until deferring ends.
     void setDisplayDeferred(bool deferred);
 
     void setLineWrapMode(QPlainTextEdit::LineWrapMode mode);
@@ -60,6 +61,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
@@ -116,6 +118,9 @@ private:
     // After a double click a drag selects whole words around this one.
     bool draggingWords_ = false;
     std::pair<qsizetype, qsizetype> firstWord_;
+    // A press soon after a double click, close to it, selects the whole line.
+    QElapsedTimer sinceDoubleClick_;
+    QPointF doubleClickPoint_;
     QPointF dragPoint_;
     QBasicTimer autoScroll_;
 

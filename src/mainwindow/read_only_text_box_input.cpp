@@ -1,9 +1,11 @@
 // The read-only text box's keys, mouse and context menu: the caret moves and selects as in
 // a plain text edit, and nothing the user types changes the text.
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QWheelEvent>
 #include <algorithm>
 #include <optional>
 
@@ -132,10 +134,23 @@ void ReadOnlyTextBox::move(Move how, bool keepAnchor) {
 void ReadOnlyTextBox::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) return;
     ensureLayout();
-    moveCaret(positionAt(event->position()), event->modifiers() & Qt::ShiftModifier);
     wantedX_ = -1;
-    dragging_ = true;
     draggingWords_ = false;
+    const bool tripleClick = sinceDoubleClick_.isValid() &&
+                             sinceDoubleClick_.elapsed() < QApplication::doubleClickInterval() &&
+                             (event->position() - doubleClickPoint_).manhattanLength() <
+                                 QApplication::startDragDistance();
+    sinceDoubleClick_.invalidate();
+    if (tripleClick) {
+        // The whole line with its line break, as a plain text edit selects it.
+        const qsizetype line = rows_.lineOf(caret_);
+        anchor_ = rows_.lineStart(line);
+        moveCaret(rows_.nextPosition(rows_.lineEnd(line)), true);
+        dragging_ = false;
+        return;
+    }
+    moveCaret(positionAt(event->position()), event->modifiers() & Qt::ShiftModifier);
+    dragging_ = true;
     ensureCaretVisible();
 }
 
@@ -147,6 +162,15 @@ void ReadOnlyTextBox::mouseDoubleClickEvent(QMouseEvent* event) {
     moveCaret(firstWord_.second, true);
     wantedX_ = -1;
     dragging_ = draggingWords_ = true;
+    sinceDoubleClick_.start();
+    doubleClickPoint_ = event->position();
+}
+
+void ReadOnlyTextBox::wheelEvent(QWheelEvent* event) {
+    // A plain text edit zooms on Ctrl+wheel when read-only, which does nothing to a font
+    // sized in pixels, as the windows size it; the view neither zooms nor scrolls then.
+    if (event->modifiers() & Qt::ControlModifier) return;
+    QAbstractScrollArea::wheelEvent(event);
 }
 
 void ReadOnlyTextBox::mouseMoveEvent(QMouseEvent* event) {

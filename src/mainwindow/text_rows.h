@@ -67,7 +67,10 @@ public:
     std::pair<qsizetype, qsizetype> wordAt(qsizetype position);
 
     qsizetype lineOf(qsizetype position);
-    qsizetype lineStart(qsizetype line) { return lineStarts_[line]; }
+    qsizetype lineStart(qsizetype line) {
+        ensureLines();
+        return lineStarts_[line];
+    }
     qsizetype lineEnd(qsizetype line);
     qreal spaceWidth();
 

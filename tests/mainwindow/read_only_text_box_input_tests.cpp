@@ -73,6 +73,16 @@ INSTANTIATE_TEST_SUITE_P(Words, WordTest,
                                            WordRow{0, ""}, WordRow{23, "abc"}, WordRow{25, "x_y"},
                                            WordRow{29, "$$"}, WordRow{40, "$$"}));
 
+TEST_F(TextBoxTest, TripleClickSelectsTheLineWithItsBreak) {
+    box.setText(kLines);
+    QTest::mouseDClick(box.viewport(), Qt::LeftButton, {}, at(1, 4));
+    QTest::mousePress(box.viewport(), Qt::LeftButton, {}, at(1, 4));
+    QTest::mouseRelease(box.viewport(), Qt::LeftButton, {}, at(1, 4));
+    EXPECT_EQ(box.selectedText(), "F7 00\r\n");
+    QTest::mouseClick(box.viewport(), Qt::LeftButton, {}, at(1, 4));
+    EXPECT_FALSE(box.hasSelection()) << "a fourth click starts afresh";
+}
+
 TEST_F(TextBoxTest, DraggingBelowTheViewKeepsScrollingAndSelecting) {
     QStringList lines;
     for (int i = 0; i < 100; ++i) lines << QStringLiteral("line %1").arg(i);
@@ -199,6 +209,11 @@ TEST_F(TextBoxTest, PageKeysMoveByWhatFitsAndTheWheelByThreeRows) {
                       QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(box.viewport(), &wheel);
     EXPECT_EQ(box.verticalScrollBar()->value(), 3);
+    QWheelEvent zoom(QPointF(20, 20), box.viewport()->mapToGlobal(QPointF(20, 20)), QPoint(),
+                     QPoint(0, -120), Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(box.viewport(), &zoom);
+    EXPECT_EQ(box.verticalScrollBar()->value(), 3) << "Ctrl+wheel neither zooms nor scrolls";
+    EXPECT_EQ(box.font(), TextBoxFont());
 
     // The view scrolls just far enough for the last row to show whole, as in a plain text
     // edit; the scroll bar's end leaves a margin below it.
