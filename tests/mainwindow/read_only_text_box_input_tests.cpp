@@ -2,7 +2,9 @@
 // and the in-process clipboard; typing changes nothing.
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QTimer>
 #include <QWheelEvent>
 #include <functional>
@@ -237,6 +239,24 @@ TEST_F(TextBoxTest, TypingPastingAndCuttingChangeNothing) {
     QTest::keyClick(&box, Qt::Key_Insert, Qt::ShiftModifier);
     EXPECT_EQ(box.text(), kLines);
     EXPECT_TRUE(changed.isNull());
+}
+
+TEST(TextBoxFocusTest, TabMovesTheFocusIntoTheBoxAndOnWithoutTypingATab) {
+    QWidget window;
+    auto* before = new QLineEdit(&window);
+    auto* box = new ReadOnlyTextBox(&window);
+    auto* after = new QPushButton(QStringLiteral("OK"), &window);
+    box->setText(kLines);
+    window.show();
+    QApplication::setActiveWindow(&window);
+    before->setFocus();
+    QTest::keyClick(before, Qt::Key_Tab);
+    EXPECT_TRUE(box->hasFocus());
+    QTest::keyClick(box, Qt::Key_Tab);
+    EXPECT_TRUE(after->hasFocus());
+    QTest::keyClick(after, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(box->hasFocus());
+    EXPECT_EQ(box->text(), kLines);
 }
 
 TEST_F(TextBoxTest, CtrlInsertCopiesTheSelectionWithCrLf) {
