@@ -9,6 +9,7 @@
 #include <QTest>
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
 #include <random>
 #include <vector>
@@ -37,6 +38,9 @@ int main(int argc, char** argv) {
     lumidot::Platform platform{prompts, clipboard, sleeper};
     QTemporaryDir folder;
 
+    if (argc > 3 && QByteArray(argv[1]) == "peer") return RunPanePeer(atoi(argv[2]), atoll(argv[3]));
+    // "bench pane" measures only the output pane.
+    if (argc > 1 && QByteArray(argv[1]) == "pane") return RunPaneBench(argv[0]);
     // "bench decode" measures only the decoding, for profiling.
     const bool onlyDecoding = argc > 1 && QByteArray(argv[1]) == "decode";
     if (!onlyDecoding) {
@@ -91,5 +95,6 @@ int main(int argc, char** argv) {
     }
 
     RunDecodingBenchmarks(folder.path());
+    if (!onlyDecoding) RunPaneBench(argv[0]);
     return 0;
 }

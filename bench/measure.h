@@ -31,9 +31,14 @@ inline void Print(const char* what, int runs, Figures f) {
 }
 
 inline void PrintMs(const char* what, int runs, Figures f) {
-    std::printf("%-52s %7d runs   median %8.1f ms   p99 %8.1f ms\n", what, runs, f.median / 1000,
+    std::printf("%-58s %4d runs   median %8.2f ms   p99 %8.2f ms\n", what, runs, f.median / 1000,
                 f.p99 / 1000);
 }
 
 // The decoding benchmarks (bench_decode.cpp), with the program's files in folder.
 void RunDecodingBenchmarks(const QString& folder);
+
+// The output pane with clipboard-sized text (bench_pane.cpp); program is this benchmark's
+// own path, run again as "peer INDEX SIZE" for one run of the peer that can be stopped.
+int RunPaneBench(const char* program);
+int RunPanePeer(int index, long long size);

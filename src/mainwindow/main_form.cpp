@@ -15,7 +15,7 @@
 #include "mainwindow/clipboard_access.h"
 #include "mainwindow/look.h"
 #include "mainwindow/program_menus.h"
-#include "mainwindow/small_widgets.h"
+#include "mainwindow/look.h"
 #include "mainwindow/text_box_keys.h"
 #include "storage/storage_session.h"
 #include "ui_main_form.h"

@@ -77,12 +77,12 @@ TEST_F(FrmDecodedTest, EveryShowingStartsAtTheTopAndClosesAsOk) {
     for (bool closeBox : {false, true}) {
         showModally([&] {
             EXPECT_EQ(window.focusWidget(), &box());
-            EXPECT_EQ(box().textCursor().position(), 0);
-            EXPECT_FALSE(box().textCursor().hasSelection());
+            EXPECT_EQ(box().caretPosition(), 0);
+            EXPECT_FALSE(box().hasSelection());
             // Leave the caret on the last line with a selection behind it.
             QTest::keyClick(&box(), Qt::Key_End, Qt::ControlModifier);
             QTest::keyClick(&box(), Qt::Key_Up, Qt::ShiftModifier);
-            ASSERT_TRUE(box().textCursor().hasSelection());
+            ASSERT_TRUE(box().hasSelection());
             closeBox ? (void)window.close() : QTest::keyClick(&box(), Qt::Key_Return);
         });
         EXPECT_FALSE(window.isVisible());
@@ -111,6 +111,19 @@ TEST_F(FrmDecodedTest, CopiesEverythingWithCrLfAndTypingChangesNothing) {
     EXPECT_EQ(QApplication::clipboard()->text(), "pasted");
     EXPECT_EQ(box().text(), kThreeLines);
     EXPECT_EQ(box().toPlainText(), QString(kThreeLines).remove('\r'));
+}
+
+// Ctrl+Insert and the context menu's Copy are the box's own: straight to the clipboard,
+// with CR LF all the same.
+TEST_F(FrmDecodedTest, CtrlInsertCopiesWithCrLfStraightToTheClipboard) {
+    QApplication::clipboard()->setText("old");
+    showModally([&] {
+        QTest::keyClick(&box(), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(&box(), Qt::Key_Insert, Qt::ControlModifier);
+        window.accept();
+    });
+    EXPECT_EQ(QApplication::clipboard()->text(), kThreeLines);
+    EXPECT_TRUE(fake.clipboard.written.empty());
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 // keys, and moving the picture with the drag handle.
 #include <QApplication>
 #include <QLabel>
-#include <QPlainTextEdit>
 #include <QWheelEvent>
 #include <initializer_list>
 
@@ -12,6 +11,7 @@
 #include "editor/frm_page_copy.h"
 #include "editor/pixel_grid.h"
 #include "editor/up_down.h"
+#include "mainwindow/read_only_text_box.h"
 #include "support/main_form_fixture.h"
 #include "support/qt_printers.h"
 

@@ -1,4 +1,5 @@
 // The LCD text: counters, notes, the 32-character limit and the text boxes' keys.
+#include <QApplication>
 #include <QClipboard>
 #include <QLabel>
 
@@ -103,6 +104,20 @@ TEST_F(MainFormTest, CtrlCInTheOutputPaneCopiesTheSelectionWithItsLineBreaks) {
     QTest::keyClick(ui().txtSysExOut, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(ui().txtSysExOut, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(fake.clipboard.text, QStringLiteral("F0 F7\r\nF0 41 F7"));
+}
+
+// Ctrl+Insert is the box's own copy, straight to the clipboard, still with CR LF.
+TEST_F(MainFormTest, CtrlInsertInTheOutputPaneCopiesThroughTheBoxItself) {
+    window->model().setSkipOutputLayout(true);
+    window->SetSysExOutText(QStringLiteral("F0 F7\r\nF0 41 F7"));
+    window->model().setSkipOutputLayout(false);
+    fake.clipboard.text = QStringLiteral("old");
+    QApplication::clipboard()->setText(QStringLiteral("old"));
+    ui().txtSysExOut->setFocus();
+    QTest::keyClick(ui().txtSysExOut, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(ui().txtSysExOut, Qt::Key_Insert, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("F0 F7\r\nF0 41 F7"));
+    EXPECT_EQ(fake.clipboard.text, QStringLiteral("old"));
 }
 
 TEST_F(MainFormTest, CtrlCWithNothingSelectedSetsEmptyText) {
