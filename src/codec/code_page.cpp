@@ -2,12 +2,14 @@
 
 #include <iconv.h>
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <cerrno>
 #include <cstdlib>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <string_view>
 
 #include "codec/utf8.h"
@@ -106,6 +108,9 @@ struct CodePageInfo {
     bool multiByte = false;
     std::array<std::string, 256> byteText;  // UTF-8 of each byte (single-byte code pages)
     std::array<bool, 256> undefined{};
+    // Every ASCII character is the byte of the same value, both ways: such text needs no
+    // converter at all, which is most LCD text and worth the shortcut.
+    bool asciiAsIs = false;
 };
 
 CodePageInfo BuildInfo(const std::string& codePage) {
@@ -126,6 +131,14 @@ CodePageInfo BuildInfo(const std::string& codePage) {
             AppendUtf8(text, static_cast<char32_t>(b));
         }
         info.byteText[b] = text;
+    }
+    Converter encoder(info.name, "UTF-8");
+    info.asciiAsIs = true;
+    for (int b = 0; b < 0x80 && info.asciiAsIs; ++b) {
+        const std::string character(1, static_cast<char>(b));
+        std::string bytes;
+        info.asciiAsIs = info.byteText[b] == character && encoder.convertAll(character, bytes) &&
+                         bytes == character;
     }
     return info;
 }
@@ -177,14 +190,20 @@ std::string SystemAnsiCodePage() {
 std::vector<std::string> Utf8ToAnsiPerCharacter(const std::string& utf8,
                                                 const std::string& codePage) {
     const CodePageInfo& info = InfoFor(codePage);
-    Converter encoder(info.name, "UTF-8");
+    std::optional<Converter> encoder;
     std::vector<std::string> characters;
+    characters.reserve(utf8.size());
     for (std::size_t pos = 0; pos < utf8.size();) {
         const Utf8Step step = NextUtf8Character(utf8, pos);
         const std::string_view character(utf8.data() + pos, step.length);
         pos += step.length;
+        if (info.asciiAsIs && step.valid && static_cast<unsigned char>(character[0]) < 0x80) {
+            characters.emplace_back(character);
+            continue;
+        }
+        if (!encoder) encoder.emplace(info.name, "UTF-8");
         std::string bytes;
-        if (step.valid && !encoder.convertAll(character, bytes)) {
+        if (step.valid && !encoder->convertAll(character, bytes)) {
             const char32_t codePoint = DecodeUtf8Character(character);
             if (!info.multiByte && codePoint < 256 && info.undefined[codePoint]) {
                 bytes = static_cast<char>(codePoint);
@@ -203,6 +222,11 @@ std::string Utf8ToAnsi(const std::string& utf8, const std::string& codePage) {
 
 std::string AnsiToUtf8(const std::string& bytes, const std::string& codePage) {
     const CodePageInfo& info = InfoFor(codePage);
+    if (info.asciiAsIs && std::all_of(bytes.begin(), bytes.end(), [](char b) {
+            return static_cast<unsigned char>(b) < 0x80;
+        })) {
+        return bytes;
+    }
     std::string text;
     if (!info.multiByte) {
         for (char b : bytes) text += info.byteText[static_cast<unsigned char>(b)];

@@ -2,7 +2,6 @@
 
 #include <QStringView>
 
-#include "codec/gs_message.h"
 
 namespace lumidot {
 
@@ -174,10 +173,14 @@ QString ReadHexDigits(const QString& text, const QString& prefix, const QString&
     return CheckHexDigits(normalised) == HexCheck::Ok ? normalised : plain;
 }
 
-QString NumberedLine(int number, const QString& explanation) {
-    const std::string label = PadText("#" + std::to_string(number), " ", 3, false);
-    return QString::fromStdString(label) + QStringLiteral(". ") + explanation +
-           QStringLiteral("\r\n");
+void AppendNumberedLine(QString& results, int number, const std::string& explanation) {
+    // The label padded on the left to three characters, as PadText pads it.
+    const QString label = QLatin1Char('#') + QString::number(number);
+    for (qsizetype pad = 3 - label.size(); pad > 0; --pad) results += QLatin1Char(' ');
+    results += label;
+    results += QLatin1String(". ");
+    results += QString::fromUtf8(explanation.data(), static_cast<qsizetype>(explanation.size()));
+    results += QLatin1String("\r\n");
 }
 
 }  // namespace lumidot

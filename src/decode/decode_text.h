@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <string>
 
 namespace lumidot {
 
@@ -73,8 +74,8 @@ HexCheck CheckHexDigits(const QString& digits);
 QString ReadHexDigits(const QString& text, const QString& prefix, const QString& suffix,
                       const QString& separator);
 
-// One line of the results: "#" and the number right-aligned in three characters, ". ",
-// the explanation and CR LF (" #1. ...", "#10. ...").
-QString NumberedLine(int number, const QString& explanation);
+// Appends one line of the results to results: "#" and the number right-aligned in three
+// characters, ". ", the explanation (UTF-8) and CR LF (" #1. ...", "#10. ...").
+void AppendNumberedLine(QString& results, int number, const std::string& explanation);
 
 }  // namespace lumidot

@@ -1,5 +1,7 @@
 #include "decode/decoding_run.h"
 
+#include <algorithm>
+
 #include "mainwindow/model_target.h"
 #include "mainwindow/window_model.h"
 
@@ -31,11 +33,16 @@ bool DecodingRun::describeAll(const std::function<bool()>& keepGoing) {
     count_ = 0;
     QString cleaned;
     MessageCutter messages(digits_);
+    std::string hex;
     for (QStringView message; messages.next(message);) {
         ++count_;
         const quint64 paneBefore = model_.paneVersion();
-        const std::string line = DescribeInto(model_, message.toLatin1().toStdString());
-        results_ += NumberedLine(count_, QString::fromStdString(line));
+        // Checked hex digits: one byte a character.
+        hex.resize(static_cast<std::size_t>(message.size()));
+        std::transform(message.begin(), message.end(), hex.begin(),
+                       [](QChar c) { return static_cast<char>(c.unicode()); });
+        const std::string line = DescribeInto(model_, hex);
+        AppendNumberedLine(results_, count_, line);
         if (model_.paneVersion() != paneBefore) {
             cleaned += model_.pane();
         } else {
