@@ -88,8 +88,11 @@ void RunDecodingBenchmarks(const QString& folder) {
         char label[128];
         std::snprintf(label, sizeof label, "%d mixed messages, one a line (%lld KiB)", count,
                       static_cast<long long>(fake.clipboard.text.size() / 1024));
+        ResetPeakMemory();
+        const long before = ResidentKilobytes();
         const Figures ours = Measure(runs, decode);
         PrintMs(label, runs, ours);
+        std::printf("    peak memory above the start of the runs: %ld KiB\n", PeakKilobytes() - before);
         const double mido = MidoMilliseconds(fake.clipboard.text, count, runs);
         if (mido < 0) {
             std::printf("    mido: not available (Debian package python3-mido)\n");

@@ -71,14 +71,6 @@ int PeerRun(int index, qsizetype size) {
 }
 
 
-long ResidentKilobytes() {
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly)) return 0;
-    for (const QByteArray& line : status.readAll().split('\n')) {
-        if (line.startsWith("VmRSS:")) return line.mid(6).trimmed().split(' ').first().toLong();
-    }
-    return 0;
-}
 
 void BenchPane(const char* program) {
     std::printf(

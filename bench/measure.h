@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QString>
 #include <algorithm>
 #include <cstdio>
@@ -33,6 +34,24 @@ inline void Print(const char* what, int runs, Figures f) {
 inline void PrintMs(const char* what, int runs, Figures f) {
     std::printf("%-58s %4d runs   median %8.2f ms   p99 %8.2f ms\n", what, runs, f.median / 1000,
                 f.p99 / 1000);
+}
+
+// This process's resident memory now, and at its peak since the last ResetPeakMemory, in KiB.
+inline long MemoryKilobytes(const char* field) {
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (!status.open(QIODevice::ReadOnly)) return 0;
+    for (const QByteArray& line : status.readAll().split('\n')) {
+        if (line.startsWith(field)) {
+            return line.mid(int(qstrlen(field))).trimmed().split(' ').first().toLong();
+        }
+    }
+    return 0;
+}
+inline long ResidentKilobytes() { return MemoryKilobytes("VmRSS:"); }
+inline long PeakKilobytes() { return MemoryKilobytes("VmHWM:"); }
+inline void ResetPeakMemory() {
+    QFile clear(QStringLiteral("/proc/self/clear_refs"));
+    if (clear.open(QIODevice::WriteOnly)) clear.write("5");
 }
 
 // The decoding benchmarks (bench_decode.cpp), with the program's files in folder.

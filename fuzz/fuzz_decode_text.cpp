@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "decode/decode_text.h"
+#include "decode/hex_digits.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size < 3) return 0;
@@ -15,8 +16,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                   e = text.mid(prefix + suffix, separator);
     const QString digits = lumidot::ReadHexDigits(text, p, s, e);
     if (lumidot::CheckHexDigits(digits) == lumidot::HexCheck::Ok) {
-        lumidot::MessageCutter cutter(digits);
-        for (QStringView message; cutter.next(message);) lumidot::SpaceHexPairs(message.toString());
+        const lumidot::HexDigits read(digits, QString(), 0, 0, false);
+        lumidot::MessageReader messages(read);
+        for (std::string message; messages.next(message);) {
+            lumidot::SpaceHexPairs(QString::fromStdString(message));
+        }
     }
     lumidot::CollapseRepeats(text, e);
     lumidot::NormaliseWhitespace(text, p, s, e);

@@ -11,15 +11,6 @@ bool IsBlank(QChar c) {
     return c == QLatin1Char(' ') || c == QLatin1Char('\t');
 }
 
-bool IsLineBreak(QChar c) {
-    return c == QLatin1Char('\r') || c == QLatin1Char('\n');
-}
-
-bool IsHexDigit(QChar c) {
-    const char16_t u = c.unicode();
-    return (u >= '0' && u <= '9') || (u >= 'A' && u <= 'F') || (u >= 'a' && u <= 'f');
-}
-
 // The runs of blanks in text, as (start, length) pairs.
 QList<std::pair<qsizetype, qsizetype>> BlankRuns(QStringView text) {
     QList<std::pair<qsizetype, qsizetype>> runs;
@@ -100,25 +91,6 @@ QString LineBreaksToSeparator(const QString& text, const QString& separator) {
     return out;
 }
 
-MessageCutter::MessageCutter(QStringView digits) : digits_(digits), at_(nextStart(0)) {}
-
-qsizetype MessageCutter::nextStart(qsizetype from) const {
-    // Only whole bytes count: an F and a 0 from two neighbouring bytes are no F0.
-    for (qsizetype i = from; i + 1 < digits_.size(); i += 2) {
-        const char16_t high = digits_[i].unicode();
-        if ((high == 'F' || high == 'f') && digits_[i + 1] == QLatin1Char('0')) return i;
-    }
-    return digits_.size();
-}
-
-bool MessageCutter::next(QStringView& message) {
-    if (at_ >= digits_.size()) return false;
-    const qsizetype start = at_ + 2;
-    at_ = nextStart(start);
-    message = digits_.mid(start, at_ - start);
-    return true;
-}
-
 QString NormaliseWhitespace(const QString& text, const QString& prefix, const QString& suffix,
                             const QString& separator) {
     const QString gap = suffix + separator + prefix;
@@ -148,29 +120,6 @@ QString NormaliseWhitespace(const QString& text, const QString& prefix, const QS
         out.append(run);
     }
     return out;
-}
-
-HexCheck CheckHexDigits(const QString& digits) {
-    if (digits.size() < 4) return HexCheck::TooShort;
-    if (!IsHexText(digits)) return HexCheck::NotHex;
-    if (digits.left(2).toLower() != QLatin1String("f0") ||
-        digits.right(2).toLower() != QLatin1String("f7")) {
-        return HexCheck::NotSysEx;
-    }
-    return HexCheck::Ok;
-}
-
-QString ReadHexDigits(const QString& text, const QString& prefix, const QString& suffix,
-                      const QString& separator) {
-    const QString laidOut = LineBreaksToSeparator(text, separator);
-    const int p = int(prefix.size());
-    const int s = int(suffix.size());
-    const int e = int(separator.size());
-    const QString plain = ExtractHexPairs(laidOut, p, s, e);
-    if (CheckHexDigits(plain) == HexCheck::Ok) return plain;
-    const QString normalised =
-        ExtractHexPairs(NormaliseWhitespace(laidOut, prefix, suffix, separator), p, s, e);
-    return CheckHexDigits(normalised) == HexCheck::Ok ? normalised : plain;
 }
 
 void AppendNumberedLine(QString& results, int number, const std::string& explanation) {

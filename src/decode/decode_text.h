@@ -1,5 +1,5 @@
-// The text steps of reading messages back: from clipboard text in the user's layout to
-// the bare hex digits, and from those to one piece of text per message.
+// The text steps of reading messages back from clipboard text in the user's layout (the
+// reading of the digits themselves is in hex_digits.h), and the lines of the results.
 #pragma once
 
 #include <QString>
@@ -21,28 +21,20 @@ QString ExtractHexPairs(const QString& text, int prefixLength, int suffixLength,
 
 // True when every character is a hex digit of either case (true for empty text).
 bool IsHexText(const QString& text);
+inline bool IsHexDigit(QChar c) {
+    const char16_t u = c.unicode();
+    return (u >= '0' && u <= '9') || (u >= 'A' && u <= 'F') || (u >= 'a' && u <= 'f');
+}
+// CR or LF.
+inline bool IsLineBreak(QChar c) {
+    return c == QLatin1Char('\r') || c == QLatin1Char('\n');
+}
 
 // Every two characters followed by one space ("F041" gives "F0 41 ").
 QString SpaceHexPairs(const QString& text);
 
 // Line breaks of any kind and any number in a row become one separator.
 QString LineBreaksToSeparator(const QString& text, const QString& separator);
-
-// The messages in checked hex digits, one after the other: the digits after each byte F0
-// (either case) up to the next byte F0 or the end, without the F0. Digits before the first F0
-// belong to no message, and bytes between an F7 and the next F0 stay with the earlier message.
-class MessageCutter {
-public:
-    explicit MessageCutter(QStringView digits);
-    // The next message's digits; false when there is none left.
-    bool next(QStringView& message);
-
-private:
-    qsizetype nextStart(qsizetype from) const;
-
-    QStringView digits_;
-    qsizetype at_;
-};
 
 // Spaces and tabs ("blanks") in text whose line breaks have already become separators,
 // brought into the layout's own shape so that stray ones do not shift the byte positions.
@@ -56,23 +48,6 @@ private:
 // Text laid out with this prefix, suffix and separator keeps its digits in the same places.
 QString NormaliseWhitespace(const QString& text, const QString& prefix, const QString& suffix,
                             const QString& separator);
-
-// The checks that hex digits must pass before they are cut into messages, in this order.
-enum class HexCheck {
-    Ok,
-    TooShort,  // fewer than 4 characters
-    NotHex,    // a character that is not a hex digit
-    NotSysEx,  // does not begin with F0 or does not end with F7
-};
-HexCheck CheckHexDigits(const QString& digits);
-
-// Clipboard text in the user's layout to the bare hex digits: line breaks become
-// separators, then the digits are read from their places. Only when that reading fails the
-// checks is the text read again with its blanks normalised, and that reading is used if it
-// passes. So every text that reads as messages as it stands reads exactly so, and the
-// failure reported for a text that cannot be read is the one of the plain reading.
-QString ReadHexDigits(const QString& text, const QString& prefix, const QString& suffix,
-                      const QString& separator);
 
 // Appends one line of the results to results: "#" and the number right-aligned in three
 // characters, ". ", the explanation (UTF-8) and CR LF (" #1. ...", "#10. ...").

@@ -1,7 +1,7 @@
 #include "decode/decoding_run.h"
 
-#include <algorithm>
 
+#include "decode/decode_text.h"
 #include "mainwindow/model_target.h"
 #include "mainwindow/window_model.h"
 
@@ -10,6 +10,8 @@ namespace {
 
 // How many messages are described between two questions to keepGoing.
 constexpr int kMessagesPerSlice = 256;
+// Characters of the longest result line of a well-formed message, the label included.
+constexpr qsizetype kLongestUsualResultLine = 90;
 
 }  // namespace
 
@@ -21,9 +23,13 @@ void DecodingRun::start(const QString& clipboardText) {
 
 HexCheck DecodingRun::check() {
     const ByteLayout& layout = model_.layout();
-    digits_ = ReadHexDigits(clipboardText_, layout.prefix, layout.suffix, layout.separator);
+    HexCheck check = HexCheck::Ok;
+    digits_ = ReadHexDigitsOf(clipboardText_, layout.prefix, layout.suffix, layout.separator,
+                              &check);
     clipboardText_.clear();
-    return CheckHexDigits(digits_);
+    // Only a failed run puts the old text back; a big one need not be kept any longer.
+    if (check == HexCheck::Ok) savedPane_.clear();
+    return check;
 }
 
 void DecodingRun::restorePane() { model_.writePane(savedPane_); }
@@ -31,16 +37,24 @@ void DecodingRun::restorePane() { model_.writePane(savedPane_); }
 bool DecodingRun::describeAll(const std::function<bool()>& keepGoing) {
     results_.clear();
     count_ = 0;
+    // Room for both texts from the start: a text that grows by doubling holds its old and
+    // its new copy at once, and with tens of thousands of messages these are megabytes.
+    // Room that a text does not fill costs no memory until it is written.
+    qsizetype messageCount = 0;
+    qsizetype digitCount = 0;
+    MessageReader counter(*digits_);
+    for (std::string message; counter.next(message); ++messageCount) digitCount += message.size();
+    const ByteLayout& layout = model_.layout();
     QString cleaned;
-    MessageCutter messages(digits_);
-    std::string hex;
-    for (QStringView message; messages.next(message);) {
+    cleaned.reserve((digitCount / 2 + messageCount) * (3 + layout.prefix.size() +
+                                                       layout.suffix.size() +
+                                                       layout.separator.size()) +
+                    messageCount * 2);
+    results_.reserve(messageCount * kLongestUsualResultLine);
+    MessageReader messages(*digits_);
+    for (std::string hex; messages.next(hex);) {
         ++count_;
         const quint64 paneBefore = model_.paneVersion();
-        // Checked hex digits: one byte a character.
-        hex.resize(static_cast<std::size_t>(message.size()));
-        std::transform(message.begin(), message.end(), hex.begin(),
-                       [](QChar c) { return static_cast<char>(c.unicode()); });
         const std::string line = DescribeInto(model_, hex);
         AppendNumberedLine(results_, count_, line);
         if (model_.paneVersion() != paneBefore) {
@@ -48,7 +62,7 @@ bool DecodingRun::describeAll(const std::function<bool()>& keepGoing) {
         } else {
             // The message changed nothing in the pane (an invalid page, a duration): it
             // stands in the result as it came, so every message keeps its own line.
-            QString bytes = SpaceHexPairs(message.toString());
+            QString bytes = SpaceHexPairs(QString::fromStdString(hex));
             bytes.chop(1);
             cleaned += bytes.isEmpty() ? QStringLiteral("F0") : QStringLiteral("F0 ") + bytes;
         }

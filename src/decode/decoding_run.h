@@ -5,8 +5,9 @@
 
 #include <QString>
 #include <functional>
+#include <optional>
 
-#include "decode/decode_text.h"
+#include "decode/hex_digits.h"
 
 namespace lumidot {
 
@@ -35,7 +36,7 @@ private:
     WindowModel& model_;
     QString clipboardText_;
     QString savedPane_;
-    QString digits_;
+    std::optional<HexDigits> digits_;  // of the clipboard's text, once checked
     QString results_;
     qint32 count_ = 0;
 };

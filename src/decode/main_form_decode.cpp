@@ -63,6 +63,8 @@ void MainForm::cmdSysExDecode_Click() {
         return;
     }
 
+    // The last run's results are not needed any more: let their memory go before this run's.
+    if (decoded_) decoded_->SetAllText(0, QString());
     // The messages are taken over into the model alone; the widgets follow once at the end.
     // Meanwhile the window keeps repainting and a signal to close is honoured: the run stops
     // there and the pages are saved as far as it got.

@@ -5,6 +5,7 @@
 #include <QRandomGenerator>
 
 #include "decode/decode_text.h"
+#include "decode/hex_digits.h"
 #include "support/qt_printers.h"
 
 namespace lumidot {
@@ -34,10 +35,42 @@ TEST(CollapseRepeatsTest, MatchesRepeatedReplacementOnRandomTexts) {
     }
 }
 
+// Reading clipboard text in a layout, by its definition: line breaks become separators, the
+// pairs are taken from their places, and only a reading that fails the checks is tried again
+// with its blanks normalised.
+QString ReadByDefinition(const QString& text, const QString& prefix, const QString& suffix,
+                         const QString& separator) {
+    const QString laidOut = LineBreaksToSeparator(text, separator);
+    const int p = int(prefix.size()), s = int(suffix.size()), e = int(separator.size());
+    const QString plain = ExtractHexPairs(laidOut, p, s, e);
+    if (CheckHexDigits(plain) == HexCheck::Ok) return plain;
+    const QString normalised =
+        ExtractHexPairs(NormaliseWhitespace(laidOut, prefix, suffix, separator), p, s, e);
+    return CheckHexDigits(normalised) == HexCheck::Ok ? normalised : plain;
+}
+
+TEST(ReadHexDigitsTest, MatchesItsDefinitionOnRandomTextsAndLayouts) {
+    QRandomGenerator random(4242);
+    const QStringList pieces = {"F0", "F7", "41", " ", "  ", "\r\n", "\n", "\r", ",", "x", "0x"};
+    const QStringList layouts = {"", " ", ",", "0x", "h", ", ", "\t"};
+    for (int trial = 0; trial < 20000; ++trial) {
+        QString text;
+        for (int n = random.bounded(16); n > 0; --n) text += pieces[random.bounded(int(pieces.size()))];
+        const QString prefix = layouts[random.bounded(int(layouts.size()))];
+        const QString suffix = layouts[random.bounded(int(layouts.size()))];
+        const QString separator = layouts[random.bounded(int(layouts.size()))];
+        ASSERT_EQ(ReadHexDigits(text, prefix, suffix, separator),
+                  ReadByDefinition(text, prefix, suffix, separator))
+            << ::testing::PrintToString(text) << " layout " << ::testing::PrintToString(prefix)
+            << ::testing::PrintToString(suffix) << ::testing::PrintToString(separator);
+    }
+}
+
 QStringList Cut(const QString& digits) {
     QStringList pieces;
-    MessageCutter cutter(digits);
-    for (QStringView piece; cutter.next(piece);) pieces << piece.toString();
+    const HexDigits read(digits, QString(), 0, 0, false);
+    MessageReader messages(read);
+    for (std::string piece; messages.next(piece);) pieces << QString::fromStdString(piece);
     return pieces;
 }
 

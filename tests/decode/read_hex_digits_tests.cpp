@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "decode/decode_text.h"
+#include "decode/hex_digits.h"
 #include "support/qt_printers.h"
 
 namespace lumidot {
