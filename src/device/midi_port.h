@@ -46,7 +46,8 @@ public:
     virtual PortList list() = 0;
     // Connects to the port of that name, closing any port open before.
     virtual Problem open(const std::string& name) = 0;
-    // Hands one complete message to the MIDI system. PortLost when the open port has gone.
+    // Hands one complete message to the MIDI system as the call begins: the pacing counts
+    // from then. PortLost when the open port has gone.
     virtual Problem send(const Bytes& message) = 0;
     virtual void close() = 0;
 };

@@ -64,6 +64,7 @@ std::future<Problem> MidiSender::open(std::string name) {
         lost_ = false;
         portName_ = open_ ? name : std::string();
         queue_.clear();
+        if (open_) queue_.portOpened(clock_.now());
         accepting_ = open_;
         publish(lock, problem);
         promise->set_value(std::move(problem));
@@ -79,6 +80,7 @@ void MidiSender::close() {
         lock.lock();
         open_ = false;
         lost_ = false;
+        accepting_ = false;  // an open() queued before this close() may have set it
         portName_.clear();
         queue_.clear();
         publish(lock, {});
@@ -164,8 +166,7 @@ std::optional<Micros> MidiSender::step(Lock& lock) {
     const auto wait = queue_.waitBefore(clock_.now());
     if (!wait || wait->count() > 0) return wait;
 
-    // The time of hand-over is taken last, so that nothing done before it eats into the pause.
-    Bytes message = queue_.take(clock_.now());
+    Bytes message = queue_.take();
     inFlight_ = true;
     lock.unlock();
     Problem problem = port_->send(message);

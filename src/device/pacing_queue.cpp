@@ -35,15 +35,11 @@ std::optional<Micros> PacingQueue::waitBefore(Micros now) const {
     return start > now ? start - now : Micros{0};
 }
 
-Bytes PacingQueue::take(Micros now) {
+Bytes PacingQueue::take() {
     Bytes bytes = std::move(entries_.front().bytes);
     entries_.pop_front();
-    busyUntil_ = now + WireTime(bytes.size());
+    lastSize_ = bytes.size();
     return bytes;
-}
-
-void PacingQueue::sent(Micros returned) {
-    busyUntil_ = std::max(busyUntil_, returned);
 }
 
 }  // namespace lumidot::device

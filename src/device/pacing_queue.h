@@ -3,15 +3,17 @@
 // painted, text being typed) only the newest message for each address is worth sending.
 //
 // The pause is counted from the moment the message's last byte would have left a MIDI cable
-// (31,250 baud, ten bits a byte: 320 us a byte after it was handed over), or from the moment
-// the port returned from sending it when that is later. Handing a message to the MIDI system
-// says nothing about when the module has it: interfaces buffer and clock the bytes out at
-// cable speed, so counting from the hand-over would leave a 74-byte store message only
-// 40 - 24 = 16 ms of real silence before the next one.
+// (31,250 baud, ten bits a byte: 320 us a byte) had the port handed it over as late as it
+// could, just before returning. Handing a message to the MIDI system says nothing about when
+// the module has it: interfaces buffer and clock the bytes out at cable speed, so counting
+// from the hand-over would leave a 74-byte store message only 40 - 24 = 16 ms of real
+// silence before the next one. And the sending thread may be held up anywhere between taking
+// a message and the port's call, so only the port's return is sure to be after the bytes left.
 //
 // Not thread-safe on its own: MidiSender guards it.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <deque>
@@ -58,10 +60,14 @@ public:
     // queue is empty.
     std::optional<Micros> waitBefore(Micros now) const;
 
-    // Takes the first message to hand it over now; only when waitBefore gave zero.
-    Bytes take(Micros now);
+    // Takes the first message to hand it over; only when waitBefore gave zero.
+    Bytes take();
     // The port returned at this time from sending the message taken last.
-    void sent(Micros returned);
+    void sent(Micros returned) { busyUntil_ = returned + WireTime(lastSize_); }
+
+    // A port was opened at this time: its first message waits a whole pause too. A new JACK
+    // connection takes effect at a later cycle, and a message sent before that is lost.
+    void portOpened(Micros now) { busyUntil_ = std::max(busyUntil_, now); }
 
     // When the last message taken is off the cable (the pause not included).
     Micros busyUntil() const { return busyUntil_; }
@@ -73,6 +79,7 @@ private:
     };
     std::deque<Entry> entries_;
     Micros gap_{kDefaultGapMs * 1000};
+    std::size_t lastSize_ = 0;
     Micros busyUntil_ = Micros::min() / 2;  // far enough back that the first message goes at once
 };
 

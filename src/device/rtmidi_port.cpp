@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 #include <vector>
 
 namespace lumidot::device {
@@ -47,6 +48,11 @@ std::optional<MidiApi> ParseMidiApi(std::string_view name) {
     if (lower == "alsa") return MidiApi::Alsa;
     if (lower == "jack") return MidiApi::Jack;
     return std::nullopt;
+}
+
+std::optional<MidiApi> MidiApiFromEnvironment() {
+    const char* name = std::getenv(kMidiApiVariable);
+    return ParseMidiApi(name ? name : "");
 }
 
 bool SamePort(std::string_view listed, std::string_view wanted) {
@@ -130,13 +136,6 @@ Problem RtMidiPort::open(const std::string& name) {
 
 Problem RtMidiPort::send(const Bytes& message) {
     if (!out_ || !out_->isPortOpen()) return {ProblemKind::PortLost, openName_, {}};
-    // Neither ALSA nor JACK complains about sending to a port that has gone (nobody is
-    // connected any more), so the port is looked for first.
-    const PortList ports = listConnected();
-    if (ports.problem ||
-        std::find(ports.names.begin(), ports.names.end(), openName_) == ports.names.end()) {
-        return {ProblemKind::PortLost, openName_, ports.problem.detail};
-    }
     error_.clear();
     try {
         out_->sendMessage(message.data(), message.size());
@@ -144,6 +143,14 @@ Problem RtMidiPort::send(const Bytes& message) {
         error_ = e.getMessage();
     }
     if (!error_.empty()) return {ProblemKind::SendFailed, openName_, error_};
+    // Neither ALSA nor JACK complains about sending to a port that has gone (nobody is
+    // connected any more), so the port is looked for. Afterwards, not before: the sender
+    // counts the pause from the start of this call, which must be when the message leaves.
+    const PortList ports = listConnected();
+    if (ports.problem ||
+        std::find(ports.names.begin(), ports.names.end(), openName_) == ports.names.end()) {
+        return {ProblemKind::PortLost, openName_, ports.problem.detail};
+    }
     return {};
 }
 

@@ -26,6 +26,9 @@ constexpr const char* kMidiApiVariable = "LUMIDOT_MIDI_API";
 // "", "alsa" or "jack" in any letter case; nothing for any other text.
 std::optional<MidiApi> ParseMidiApi(std::string_view name);
 
+// The MIDI system the environment variable asks for; nothing when it names none we know.
+std::optional<MidiApi> MidiApiFromEnvironment();
+
 // True when a port the MIDI system lists is the one saved under `wanted`. ALSA appends the
 // client and port numbers ("FastLane:Port A 20:0"), which change from one session to the
 // next, so a name is also found again with other numbers.

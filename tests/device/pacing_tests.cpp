@@ -34,10 +34,11 @@ void PrintTo(const PacingCase& c, std::ostream* os) {
 }
 
 // Every message starts as soon as it may: when it arrived, or when the one before is off the
-// cable (or the port returned, if later) and the pause has passed.
+// cable (counted from when the port returned) and the pause has passed; the first one a
+// pause after the port was opened at `start`.
 void ExpectPaced(const std::vector<Delivery>& delivered, Micros start, Micros gap, Micros sendTakes,
                  const std::function<Micros(std::size_t, Micros)>& arrival) {
-    Micros free = Micros::min() / 2;
+    Micros free = start;
     for (std::size_t i = 0; i < delivered.size(); ++i) {
         const Micros at = delivered[i].at;
         const Micros arrived = arrival(i, at);
@@ -48,7 +49,7 @@ void ExpectPaced(const std::vector<Delivery>& delivered, Micros start, Micros ga
                 at - (delivered[i - 1].at + WireTime(delivered[i - 1].bytes.size()));
             EXPECT_GE(silence, gap) << "pause before message " << i;
         }
-        free = at + std::max(WireTime(delivered[i].bytes.size()), sendTakes);
+        free = at + sendTakes + WireTime(delivered[i].bytes.size());
     }
 }
 
@@ -88,47 +89,34 @@ TEST_P(PacingTest, SendsAsPacedAndReplaced) {
     EXPECT_EQ(h.sender.status(), SenderStatus::Ready);
 }
 
+// clang-format off
 const PacingCase kPacingCases[] = {
-    {"OneMessageGoesAtOnce", 40, 40, 0, {{0, {"S1a"}}}, {"S1a"}},
-    {"DifferentAddressesKeepTheirOrder",
-     40,
-     40,
-     0,
-     {{0, {"S1a", "T1", "D1", "S2a"}}},
+    {"FirstMessageWaitsAPauseAfterOpening", 40, 40, 0, {{0, {"S1a"}}}, {"S1a"}},
+    {"MessageLongAfterOpeningGoesAtOnce", 40, 40, 0, {{300, {"S1a"}}}, {"S1a"}},
+    {"DifferentAddressesKeepTheirOrder", 40, 40, 0, {{0, {"S1a", "T1", "D1", "S2a"}}},
      {"S1a", "T1", "D1", "S2a"}},
     {"NewestStoreOfAPageWins", 40, 40, 0, {{0, {"S1a", "S1b", "S1c"}}}, {"S1c"}},
-    // S1a is on its way at once; the three after it arrive while it may not be followed yet.
-    {"PaintingFasterThanTheModuleTakes",
-     40,
-     40,
-     0,
-     {{0, {"S1a"}}, {10, {"S1b"}}, {30, {"S1c"}}, {50, {"S1d"}}},
-     {"S1a", "S1d"}},
-    {"ReplacementJoinsTheEnd",
-     40,
-     40,
-     0,
-     {{0, {"X1"}}, {1, {"S1a", "T1", "S1b"}}},
+    // S1a leaves at 40 ms; the three after it arrive while it may not be followed yet.
+    {"PaintingFasterThanTheModuleTakes", 40, 40, 0,
+     {{40, {"S1a"}}, {50, {"S1b"}}, {70, {"S1c"}}, {90, {"S1d"}}}, {"S1a", "S1d"}},
+    {"ReplacementJoinsTheEnd", 40, 40, 0, {{40, {"X1"}}, {41, {"S1a", "T1", "S1b"}}},
      {"X1", "T1", "S1b"}},
     // Storing page 1 shows it, so the display asked for last must still come last.
-    {"LastDisplayStaysLast",
-     40,
-     40,
-     0,
-     {{0, {"X1"}}, {1, {"D2", "S1a", "D3"}}},
+    {"LastDisplayStaysLast", 40, 40, 0, {{40, {"X1"}}, {41, {"D2", "S1a", "D3"}}},
      {"X1", "S1a", "D3"}},
     {"OtherDeviceIdIsAnotherAddress", 40, 40, 0, {{0, {"S1a", "E1a", "S1b"}}}, {"E1a", "S1b"}},
     {"OtherMessagesAreNeverReplaced", 40, 40, 0, {{0, {"X1", "X1", "X1"}}}, {"X1", "X1", "X1"}},
     {"LateMessageGoesAtOnce", 40, 40, 0, {{0, {"T1"}}, {500, {"T2"}}}, {"T1", "T2"}},
-    // T1 is 12 bytes, 3.84 ms on the cable: its pause ends at 43.84 ms.
-    {"ArrivalJustBeforeThePauseEnds", 40, 40, 0, {{0, {"T1"}}, {43, {"T2"}}}, {"T1", "T2"}},
-    {"ArrivalJustAfterThePauseEnds", 40, 40, 0, {{0, {"T1"}}, {44, {"T2"}}}, {"T1", "T2"}},
+    // T1 leaves at 40 ms and is 12 bytes, 3.84 ms on the cable: its pause ends at 83.84 ms.
+    {"ArrivalJustBeforeThePauseEnds", 40, 40, 0, {{40, {"T1"}}, {83, {"T2"}}}, {"T1", "T2"}},
+    {"ArrivalJustAfterThePauseEnds", 40, 40, 0, {{40, {"T1"}}, {84, {"T2"}}}, {"T1", "T2"}},
     {"PauseBelowTheLeastIsRaised", 5, 20, 0, {{0, {"S1a", "S2a", "T1"}}}, {"S1a", "S2a", "T1"}},
     {"PauseAboveTheMostIsLowered", 900, 500, 0, {{0, {"T1", "D1"}}}, {"T1", "D1"}},
     {"PauseAsSet", 100, 100, 0, {{0, {"T1", "D1", "X1"}}}, {"T1", "D1", "X1"}},
-    // A port that keeps the caller longer than the cable would: the pause counts from then.
+    // A port that keeps the caller: the message may have left only as the call ended.
     {"SlowPortDelaysTheNext", 40, 40, 60, {{0, {"S1a", "S2a", "T1"}}}, {"S1a", "S2a", "T1"}},
 };
+// clang-format on
 
 INSTANTIATE_TEST_SUITE_P(Cases, PacingTest, ::testing::ValuesIn(kPacingCases),
                          [](const auto& info) { return std::string(info.param.name); });
