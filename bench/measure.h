@@ -37,3 +37,5 @@ inline void PrintMs(const char* what, int runs, Figures f) {
 
 // The decoding benchmarks (bench_decode.cpp), with the program's files in folder.
 void RunDecodingBenchmarks(const QString& folder);
+// The MIDI output benchmarks (bench_device.cpp).
+void RunDeviceBenchmarks();
