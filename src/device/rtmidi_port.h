@@ -46,7 +46,6 @@ public:
 
 private:
     Problem connect();
-    Problem takeError(ProblemKind kind);
     PortList listConnected();
 
     MidiApi api_;
