@@ -30,6 +30,11 @@ int main(int argc, char** argv) {
     // Each figure as soon as it is measured, also into a pipe.
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
     if (argc > 1 && QByteArray(argv[1]) == "clipboard") return RunClipboardBench(argc, argv);
+    // "bench device" measures only the MIDI output.
+    if (argc > 1 && QByteArray(argv[1]) == "device") {
+        RunDeviceBenchmarks();
+        return 0;
+    }
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     lumidot::QtPrompts prompts;
@@ -96,5 +101,6 @@ int main(int argc, char** argv) {
 
     RunDecodingBenchmarks(folder.path());
     if (!onlyDecoding) RunPaneBench(argv[0]);
+    if (!onlyDecoding) RunDeviceBenchmarks();
     return 0;
 }

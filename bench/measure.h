@@ -61,3 +61,5 @@ void RunDecodingBenchmarks(const QString& folder);
 // own path, run again as "peer INDEX SIZE" for one run of the peer that can be stopped.
 int RunPaneBench(const char* program);
 int RunPanePeer(int index, long long size);
+// The MIDI output benchmarks (bench_device.cpp).
+void RunDeviceBenchmarks();
