@@ -96,6 +96,20 @@ int main(int argc, char** argv) {
                   window.picMove_MouseDown(0, 0);
                   window.picMove_MouseMove(1, i % 2 ? 22 : -22, 0);
               }));
+        // The same actions with the whole window painted again at once, as the screen will
+        // show them: the upper bound of what a user waits for.
+        if (!autoCopy) {
+            std::snprintf(label, sizeof label, "pixel painted, whole window painted again");
+            Print(label, 2000, Measure(2000, [&](int i) {
+                      window.FDPixelMouseMove(i % 256, 0, i % 3 == 0 ? 2 : 1);
+                      window.grab();
+                  }));
+            std::snprintf(label, sizeof label, "LCD text keystroke, whole window painted again");
+            Print(label, 2000, Measure(2000, [&](int i) {
+                      QTest::keyClick(ui.txtTextIn, i % 2 ? Qt::Key_Backspace : Qt::Key_H);
+                      window.grab();
+                  }));
+        }
         window.hide();
     }
 

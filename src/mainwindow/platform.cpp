@@ -52,7 +52,12 @@ int QtPrompts::runModal(QDialog& dialog) { return dialog.exec(); }
 bool SystemClipboard::getText(QString& text) {
     QClipboard* clipboard = QGuiApplication::clipboard();
     if (clipboard == nullptr) return false;
-    if (const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()) {
+    // Only on the X11 platform itself: the offscreen platform may offer an X11 interface too
+    // (for its drawing), while its clipboard lives in this process.
+    const auto* x11 = QGuiApplication::platformName() == QLatin1String("xcb")
+                          ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>()
+                          : nullptr;
+    if (x11 != nullptr) {
         const XcbClipboardRead read = ReadXcbClipboard(*x11);
         if (read.outcome == XcbClipboardOutcome::Failed) return false;
         if (read.outcome == XcbClipboardOutcome::Text) {
