@@ -78,5 +78,16 @@ TEST(ClipboardTest, WritingEmptyTextClearsAndSetsIt) {
     EXPECT_EQ(fake.clipboard.written, std::vector<QString>{QString()});
 }
 
+// The production clipboard where the platform keeps it in this process (the offscreen one
+// here, which may also offer an X11 interface for its drawing): a write reads back.
+TEST(ClipboardTest, SystemClipboardOfAnInProcessPlatformReadsBackWhatItWrote) {
+    SystemClipboard clipboard;
+    const QString text = QStringLiteral("F0 41 10 45 12 10 00 00 48 28 F7\r\nF0 F7");
+    ASSERT_TRUE(clipboard.setText(text));
+    QString read;
+    ASSERT_TRUE(clipboard.getText(read));
+    EXPECT_EQ(read, text);
+}
+
 }  // namespace
 }  // namespace lumidot::testing
