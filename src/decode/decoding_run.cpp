@@ -1,6 +1,6 @@
 #include "decode/decoding_run.h"
 
-#include "mainwindow/model_target.h"
+#include "decode/message_list.h"
 #include "mainwindow/window_model.h"
 
 namespace lumidot {
@@ -33,18 +33,10 @@ bool DecodingRun::describeAll(const std::function<bool()>& keepGoing) {
     MessageCutter messages(digits_);
     for (QStringView message; messages.next(message);) {
         ++count_;
-        const quint64 paneBefore = model_.paneVersion();
-        const std::string line = DescribeInto(model_, message.toLatin1().toStdString());
-        results_ += NumberedLine(count_, QString::fromStdString(line));
-        if (model_.paneVersion() != paneBefore) {
-            cleaned += model_.pane();
-        } else {
-            // The message changed nothing in the pane (an invalid page, a duration): it
-            // stands in the result as it came, so every message keeps its own line.
-            QString bytes = SpaceHexPairs(message.toString());
-            bytes.chop(1);
-            cleaned += bytes.isEmpty() ? QStringLiteral("F0") : QStringLiteral("F0 ") + bytes;
-        }
+        const DescribedMessage described =
+            DescribeMessage(model_, message.toLatin1().toStdString());
+        results_ += NumberedLine(count_, described.description);
+        cleaned += described.cleaned;
         cleaned += QStringLiteral("\r\n");
         if (count_ % kMessagesPerSlice == 0 && !keepGoing()) return false;
     }
