@@ -1,6 +1,8 @@
 #include "decode/message_list.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
 
 #include "decode/decode_text.h"
 #include "mainwindow/model_target.h"
@@ -8,24 +10,41 @@
 
 namespace lumidot {
 
-QString TimeText(double seconds) {
+namespace {
+
+// Minutes, seconds and milliseconds into text, as TimeText gives them; the number of
+// characters written.
+int WriteTime(char* text, std::size_t size, double seconds) {
     const long long total = std::llround(std::max(0.0, seconds) * 1000);
-    return QStringLiteral("%1:%2.%3")
-        .arg(total / 60000, 2, 10, QLatin1Char('0'))
-        .arg(total / 1000 % 60, 2, 10, QLatin1Char('0'))
-        .arg(total % 1000, 3, 10, QLatin1Char('0'));
+    return std::snprintf(text, size, "%02lld:%02lld.%03lld", total / 60000, total / 1000 % 60,
+                         total % 1000);
+}
+
+}  // namespace
+
+QString TimeText(double seconds) {
+    char text[40];
+    return QString::fromLatin1(text, WriteTime(text, sizeof text, seconds));
 }
 
 QString PlaceText(const MessagePlace& place) {
+    // Written for every message of a file: one piece of formatting, one string.
+    char text[80];
+    int length = 0;
     switch (place.kind) {
         case MessagePlace::Kind::Offset:
-            return QStringLiteral("[offset %1]").arg(static_cast<qulonglong>(place.offset));
+            length = std::snprintf(text, sizeof text, "[offset %zu]", place.offset);
+            break;
         case MessagePlace::Kind::Time:
-            return QStringLiteral("[%1 track %2]").arg(TimeText(place.seconds)).arg(place.track);
+            text[0] = '[';
+            length = 1 + WriteTime(text + 1, sizeof text - 1, place.seconds);
+            length += std::snprintf(text + length, sizeof text - static_cast<std::size_t>(length),
+                                    " track %d]", place.track);
+            break;
         case MessagePlace::Kind::None:
             break;
     }
-    return QString();
+    return QString::fromLatin1(text, length);
 }
 
 DescribedMessage DescribeMessage(WindowModel& model, const std::string& digits) {
@@ -52,21 +71,24 @@ void MessageListDescription::add(const ByteArray& message, const MessagePlace& p
     static constexpr char kDigits[] = "0123456789ABCDEF";
     // A run cuts its messages at every F0 and hands over what follows it.
     const std::size_t first = !message.empty() && message.front() == 0xF0 ? 1 : 0;
-    std::string digits;
-    digits.reserve(2 * message.size());
-    for (std::size_t i = first; i < message.size(); ++i) {
-        digits += kDigits[message[i] >> 4];
-        digits += kDigits[message[i] & 15];
+    std::string digits(2 * (message.size() - first), '0');
+    for (std::size_t i = first, at = 0; i < message.size(); ++i, at += 2) {
+        digits[at] = kDigits[message[i] >> 4];
+        digits[at + 1] = kDigits[message[i] & 15];
     }
     add(digits, place);
 }
 
 QString MessageListDescription::numbered(std::size_t index) const {
     const Entry& entry = entries_[index];
-    const QString place = PlaceText(entry.place);
-    const QString& description = entry.message.description;
-    return NumberedLine(static_cast<int>(index + 1),
-                        place.isEmpty() ? description : place + QLatin1Char(' ') + description);
+    if (entry.place.kind == MessagePlace::Kind::None) {
+        return NumberedLine(static_cast<int>(index + 1), entry.message.description);
+    }
+    QString explanation = PlaceText(entry.place);
+    explanation.reserve(explanation.size() + 1 + entry.message.description.size());
+    explanation += QLatin1Char(' ');
+    explanation += entry.message.description;
+    return NumberedLine(static_cast<int>(index + 1), explanation);
 }
 
 QString MessageListDescription::line(std::size_t index) const {
@@ -77,6 +99,7 @@ QString MessageListDescription::line(std::size_t index) const {
 
 QString MessageListDescription::results() const {
     QString text;
+    text.reserve(static_cast<qsizetype>(entries_.size()) * 64);
     for (std::size_t i = 0; i < entries_.size(); ++i) text += numbered(i);
     return text;
 }

@@ -54,7 +54,8 @@ private:
     bool readLength(std::uint32_t& length, const char* what);
     bool channelMessage(std::uint8_t status);
     void sysExPacket(std::uint8_t status, std::size_t statusOffset, std::size_t length);
-    void cutOff(const std::string& why);
+    // The open message, if any, is cut off by what stands at offset.
+    void cutOff(const char* what, std::size_t offset);
     void finish();
 
     Bytes file_;
@@ -102,18 +103,21 @@ bool TrackReader::channelMessage(std::uint8_t status) {
     return true;
 }
 
-void TrackReader::cutOff(const std::string& why) {
+void TrackReader::cutOff(const char* what, std::size_t offset) {
     if (!open_) return;
     contents_.problems.push_back(
-        {open_->pieces.front().offset, "SysEx message cut off by " + why + " (no F7)"});
+        {open_->pieces.front().offset,
+         "SysEx message cut off by " + std::string(what) + At(offset) + " (no F7)"});
     open_.reset();
 }
 
 void TrackReader::sysExPacket(std::uint8_t status, std::size_t statusOffset, std::size_t length) {
     const Bytes data = file_.subspan(pos_, length);
     if (status == kSysExStart) {
-        cutOff("the next SysEx message" + At(statusOffset));
-        open_ = MidiSysEx{track_, tick_, 0, {kSysExStart}, {{statusOffset, 1}}};
+        cutOff("the next SysEx message", statusOffset);
+        open_ = MidiSysEx{track_, tick_, 0, {}, {{statusOffset, 1}}};
+        open_->bytes.reserve(length + 1);
+        open_->bytes.push_back(kSysExStart);
     } else if (!open_) {
         // An escape packet carries bytes to send as they are. One that starts a SysEx message
         // opens it like an F0 event; any other (real-time bytes, song positions) is no SysEx.
@@ -163,7 +167,7 @@ bool TrackReader::read(std::size_t start, std::size_t end) {
         if (status < 0xF0) {
             if (!channelMessage(status)) return false;
             running = status;
-            cutOff("a channel message" + At(statusOffset));
+            cutOff("a channel message", statusOffset);
         } else if (status == kSysExStart || status == kSysExEnd) {
             std::uint32_t length = 0;
             if (!readLength(length, "SysEx packet")) return false;
@@ -327,9 +331,11 @@ MidiContents ReadMidi(Bytes file) {
                                              " tracks, the file holds " +
                                              std::to_string(contents.tracks)});
     }
-    if (contents.format != 2) {
-        std::stable_sort(contents.messages.begin(), contents.messages.end(),
-                         [](const MidiSysEx& a, const MidiSysEx& b) { return a.tick < b.tick; });
+    const auto earlier = [](const MidiSysEx& a, const MidiSysEx& b) { return a.tick < b.tick; };
+    // A single track is in time order already.
+    if (contents.format != 2 &&
+        !std::is_sorted(contents.messages.begin(), contents.messages.end(), earlier)) {
+        std::stable_sort(contents.messages.begin(), contents.messages.end(), earlier);
     }
     PlaceInTime(contents, std::move(tempi));
     return contents;
