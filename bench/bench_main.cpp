@@ -37,6 +37,11 @@ int main(int argc, char** argv) {
     lumidot::Platform platform{prompts, clipboard, sleeper};
     QTemporaryDir folder;
 
+    // "bench files" measures only reading and describing a MIDI file, for profiling.
+    if (argc > 1 && QByteArray(argv[1]) == "files") {
+        RunFileBenchmarks(folder.path());
+        return 0;
+    }
     // "bench decode" measures only the decoding, for profiling.
     const bool onlyDecoding = argc > 1 && QByteArray(argv[1]) == "decode";
     if (!onlyDecoding) {
@@ -91,5 +96,6 @@ int main(int argc, char** argv) {
     }
 
     RunDecodingBenchmarks(folder.path());
+    if (!onlyDecoding) RunFileBenchmarks(folder.path());
     return 0;
 }

@@ -37,3 +37,6 @@ inline void PrintMs(const char* what, int runs, Figures f) {
 
 // The decoding benchmarks (bench_decode.cpp), with the program's files in folder.
 void RunDecodingBenchmarks(const QString& folder);
+
+// The file benchmarks (bench_files.cpp), with their files in folder.
+void RunFileBenchmarks(const QString& folder);
