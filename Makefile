@@ -34,8 +34,8 @@ FUZZ_SECONDS ?= 60
 fuzz:
 	@scripts/install-deps --fuzz
 	CC=clang-14 CXX=clang++-14 cmake -S . -B $(BUILD)-fuzz -DLUMIDOT_FUZZ=ON
-	cmake --build $(BUILD)-fuzz -j $(JOBS) --target fuzz_describe fuzz_decode_text
-	@for f in $(BUILD)-fuzz/fuzz_describe $(BUILD)-fuzz/fuzz_decode_text; do \
+	cmake --build $(BUILD)-fuzz -j $(JOBS) --target fuzz_describe fuzz_decode_text fuzz_files
+	@for f in $(BUILD)-fuzz/fuzz_describe $(BUILD)-fuzz/fuzz_decode_text $(BUILD)-fuzz/fuzz_files; do \
 	  [ -x "$$f" ] || continue; echo "== $$f"; \
 	  "$$f" -max_total_time=$(FUZZ_SECONDS) -max_len=4096 || exit 1; \
 	done
