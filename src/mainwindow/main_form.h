@@ -96,6 +96,9 @@ public:
     void cmdSysExDecode_Click();
     void txtSysExOut_KeyDown(int keyCode, int shift);
     frmDecoded* decodedWindow() const { return decoded_.get(); }
+    // Longest stretch of a decoding run without a look at the window's events. Tests set 0,
+    // so that a run looks at them every few hundred messages however fast it goes.
+    void setLongestEventPause(qint64 milliseconds) { longestEventPauseMs_ = milliseconds; }
 
     // --- files (storage/main_form_storage.cpp) ---
     void LoadMemoryAndSettings();
@@ -143,6 +146,7 @@ private:
     quint64 shownPaneVersion_ = ~quint64(0);
     int shownLcdLength_ = -1;
     bool closing_ = false;
+    qint64 longestEventPauseMs_ = 40;
 };
 
 }  // namespace lumidot
