@@ -24,9 +24,9 @@ lumidot::ByteArray Song() {
     messages.reserve(kMessages);
     for (int i = 0; i < kMessages; ++i) {
         std::string hex;
-        if (i % 20 == 1) {
+        if (i % 50 == 1) {
             hex = lumidot::MakeTextSysEx("Frame " + std::to_string(i), "CP1252");
-        } else if (i % 20 == 2) {
+        } else if (i % 50 == 2) {
             hex = lumidot::MakeGraphicDisplaySysEx(static_cast<std::uint8_t>(1 + i % 10));
         } else {
             lumidot::Page page{};

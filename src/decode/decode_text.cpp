@@ -176,8 +176,14 @@ QString ReadHexDigits(const QString& text, const QString& prefix, const QString&
 
 QString NumberedLine(int number, const QString& explanation) {
     const std::string label = PadText("#" + std::to_string(number), " ", 3, false);
-    return QString::fromStdString(label) + QStringLiteral(". ") + explanation +
-           QStringLiteral("\r\n");
+    // One line per message of a long run or a file: built in one string.
+    QString line;
+    line.reserve(static_cast<qsizetype>(label.size()) + explanation.size() + 4);
+    line += QLatin1String(label.data(), static_cast<qsizetype>(label.size()));
+    line += QLatin1String(". ");
+    line += explanation;
+    line += QLatin1String("\r\n");
+    return line;
 }
 
 }  // namespace lumidot

@@ -27,24 +27,30 @@ QString TimeText(double seconds) {
     return QString::fromLatin1(text, WriteTime(text, sizeof text, seconds));
 }
 
-QString PlaceText(const MessagePlace& place) {
-    // Written for every message of a file: one piece of formatting, one string.
-    char text[80];
-    int length = 0;
+namespace {
+
+// The place as PlaceText gives it, into text; the number of characters written.
+int WritePlace(char* text, std::size_t size, const MessagePlace& place) {
     switch (place.kind) {
         case MessagePlace::Kind::Offset:
-            length = std::snprintf(text, sizeof text, "[offset %zu]", place.offset);
-            break;
-        case MessagePlace::Kind::Time:
+            return std::snprintf(text, size, "[offset %zu]", place.offset);
+        case MessagePlace::Kind::Time: {
             text[0] = '[';
-            length = 1 + WriteTime(text + 1, sizeof text - 1, place.seconds);
-            length += std::snprintf(text + length, sizeof text - static_cast<std::size_t>(length),
-                                    " track %d]", place.track);
-            break;
+            const int length = 1 + WriteTime(text + 1, size - 1, place.seconds);
+            return length + std::snprintf(text + length, size - static_cast<std::size_t>(length),
+                                          " track %d]", place.track);
+        }
         case MessagePlace::Kind::None:
             break;
     }
-    return QString::fromLatin1(text, length);
+    return 0;
+}
+
+}  // namespace
+
+QString PlaceText(const MessagePlace& place) {
+    char text[80];
+    return QString::fromLatin1(text, WritePlace(text, sizeof text, place));
 }
 
 DescribedMessage DescribeMessage(WindowModel& model, const std::string& digits) {
@@ -84,8 +90,12 @@ QString MessageListDescription::numbered(std::size_t index) const {
     if (entry.place.kind == MessagePlace::Kind::None) {
         return NumberedLine(static_cast<int>(index + 1), entry.message.description);
     }
-    QString explanation = PlaceText(entry.place);
-    explanation.reserve(explanation.size() + 1 + entry.message.description.size());
+    // Written for every message of a file: one string, formatted in place.
+    char place[80];
+    const int length = WritePlace(place, sizeof place, entry.place);
+    QString explanation;
+    explanation.reserve(length + 1 + entry.message.description.size());
+    explanation += QLatin1String(place, length);
     explanation += QLatin1Char(' ');
     explanation += entry.message.description;
     return NumberedLine(static_cast<int>(index + 1), explanation);

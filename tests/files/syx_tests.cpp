@@ -1,5 +1,5 @@
-// The .syx reader and writer: messages split at their ends, and every byte that belongs to
-// no complete message reported where it stands.
+// The .syx reader: messages split at their ends, and every byte that belongs to no complete
+// message reported where it stands.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -73,17 +73,6 @@ INSTANTIATE_TEST_SUITE_P(
                              {"0: 2 bytes outside any message", "0: the file holds no message"}},
                       SyxRow{"Empty", "", {}, {"0: the file is empty"}}),
     [](const auto& info) { return std::string(info.param.name); });
-
-TEST(SyxWriterTest, WritesExactlyTheBytesAndReadsThemBack) {
-    const std::vector<ByteArray> messages = {Hex("F0 41 10 45 12 10 20 00 05 4B F7"), Hex("F0 F7"),
-                                             Hex("F0 7E 7F 09 01 F7")};
-    const ByteArray file = WriteSyx(messages);
-    EXPECT_EQ(HexOf(file), "F0 41 10 45 12 10 20 00 05 4B F7 F0 F7 F0 7E 7F 09 01 F7");
-    const SyxContents back = ReadSyx(file);
-    ASSERT_EQ(back.messages.size(), 3u);
-    for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(back.messages[i].bytes, messages[i]);
-    EXPECT_TRUE(back.problems.empty());
-}
 
 }  // namespace
 }  // namespace lumidot::testing
