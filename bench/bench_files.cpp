@@ -7,7 +7,7 @@
 
 #include "codec/graphic_page.h"
 #include "codec/lcd_text.h"
-#include "decode/message_list.h"
+#include "decode/file_messages.h"
 #include "files/midi_file.h"
 #include "mainwindow/window_model.h"
 #include "measure.h"
@@ -75,20 +75,18 @@ void RunFileBenchmarks(const QString& folder) {
     out.write(reinterpret_cast<const char*>(song.data()), static_cast<qint64>(song.size()));
     out.close();
 
-    std::printf("\nA MIDI file read from disk and every message described, as lumidot-cli\n"
-                "describe does (peer: Python's mido reading the same file)\n");
+    std::printf(
+        "\nA MIDI file read from disk and every message described, as lumidot-cli\n"
+        "describe does (peer: Python's mido reading the same file)\n");
     const auto readAndDescribe = [&](int) {
         QFile file(path);
         file.open(QIODevice::ReadOnly);
         const QByteArray bytes = file.readAll();
-        const lumidot::MidiContents contents = lumidot::ReadMidi(
-            {reinterpret_cast<const std::uint8_t*>(bytes.constData()),
-             static_cast<std::size_t>(bytes.size())});
         lumidot::WindowModel model("CP1252");
         lumidot::MessageListDescription list(model);
-        for (const lumidot::MidiSysEx& message : contents.messages) {
-            list.add(message.bytes, lumidot::MessagePlace::AtTime(message.seconds, message.track + 1));
-        }
+        lumidot::DescribeFile({reinterpret_cast<const std::uint8_t*>(bytes.constData()),
+                               static_cast<std::size_t>(bytes.size())},
+                              "song.mid", model.layout(), list);
         if (list.count() != kMessages || list.results().isEmpty()) std::printf("    wrong count\n");
     };
     const int runs = 11;
@@ -101,8 +99,9 @@ void RunFileBenchmarks(const QString& folder) {
     if (mido < 0) {
         std::printf("    mido: not available (Debian package python3-mido)\n");
     } else {
-        std::printf("    mido reading the same file: %8.1f ms   ours (reading and describing) is "
-                    "%.1fx faster\n",
-                    mido, mido / (ours.median / 1000));
+        std::printf(
+            "    mido reading the same file: %8.1f ms   ours (reading and describing) is "
+            "%.1fx faster\n",
+            mido, mido / (ours.median / 1000));
     }
 }

@@ -72,9 +72,9 @@ OPTIONS
 EXIT STATUS
     0   success.
     1   bad input: a file that cannot be read or is damaged, a picture or
-        text that does not fit. One line on standard error says what and
-        where. What could be read of a damaged file is still described or
-        repaired.
+        text that does not fit. Each problem is one line on standard error
+        that says what and where. What could be read of a damaged file is
+        still described or repaired.
     2   usage error: an unknown command or option, a missing argument.
 
 EXAMPLES

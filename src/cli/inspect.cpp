@@ -6,12 +6,9 @@
 
 #include "cli/cli_io.h"
 #include "cli/commands.h"
-#include "decode/decode_text.h"
-#include "decode/message_list.h"
+#include "decode/file_messages.h"
 #include "files/checksum_repair.h"
 #include "files/file_kind.h"
-#include "files/midi_file.h"
-#include "files/syx_file.h"
 
 namespace lumidot::cli {
 namespace {
@@ -97,44 +94,11 @@ int Describe(const Options& options, const std::string& codePage) {
     model.setSuffix(options.layout.suffix);
     model.setSeparator(options.layout.separator);
     MessageListDescription list(model);
-    std::vector<FileProblem> problems;
-    std::optional<FileProblem> error;
-    std::vector<std::uint64_t> ticks;
-    const FileKind kind = GuessFileKind(AsSpan(*input), path.toStdString());
-    switch (kind) {
-        case FileKind::Midi: {
-            MidiContents contents = ReadMidi(AsSpan(*input));
-            for (const MidiSysEx& message : contents.messages) {
-                list.add(message.bytes, MessagePlace::AtTime(message.seconds, message.track + 1));
-                ticks.push_back(message.tick);
-            }
-            problems = std::move(contents.problems);
-            error = std::move(contents.error);
-            break;
-        }
-        case FileKind::Syx: {
-            SyxContents contents = ReadSyx(AsSpan(*input));
-            for (const SyxMessage& message : contents.messages) {
-                list.add(message.bytes, MessagePlace::AtOffset(message.offset));
-            }
-            problems = std::move(contents.problems);
-            break;
-        }
-        case FileKind::HexText: {
-            const ByteLayout& layout = options.layout;
-            const QString digits = ReadHexDigits(QString::fromUtf8(*input), layout.prefix,
-                                                 layout.suffix, layout.separator);
-            const HexCheck check = CheckHexDigits(digits);
-            if (check != HexCheck::Ok) {
-                PrintError(name + QStringLiteral(": ") + HexRefusal(check));
-                return kBadInput;
-            }
-            MessageCutter messages(digits);
-            for (QStringView message; messages.next(message);) {
-                list.add(message.toLatin1().toStdString(), MessagePlace{});
-            }
-            break;
-        }
+    const FileReading reading =
+        DescribeFile(AsSpan(*input), path.toStdString(), model.layout(), list);
+    if (reading.check != HexCheck::Ok) {
+        PrintError(name + QStringLiteral(": ") + HexRefusal(reading.check));
+        return kBadInput;
     }
 
     if (options.json) {
@@ -151,15 +115,15 @@ int Describe(const Options& options, const std::string& codePage) {
                 item[QStringLiteral("time")] = TimeText(entry.place.seconds);
                 item[QStringLiteral("seconds")] = entry.place.seconds;
                 item[QStringLiteral("track")] = entry.place.track;
-                item[QStringLiteral("tick")] = static_cast<qint64>(ticks[i]);
+                item[QStringLiteral("tick")] = static_cast<qint64>(reading.ticks[i]);
             }
             messages.append(item);
         }
         QJsonObject json{{QStringLiteral("file"), name},
-                         {QStringLiteral("kind"), QLatin1String(KindName(kind))},
+                         {QStringLiteral("kind"), QLatin1String(KindName(reading.kind))},
                          {QStringLiteral("count"), list.count()},
                          {QStringLiteral("messages"), messages}};
-        AddProblems(json, problems, error);
+        AddProblems(json, reading.problems, reading.error);
         PrintOut(QString::fromUtf8(QJsonDocument(json).toJson()));
     } else {
         QString lines;
@@ -169,7 +133,7 @@ int Describe(const Options& options, const std::string& codePage) {
         }
         PrintOut(lines);
     }
-    return ReportProblems(name, problems, error) ? kBadInput : kSuccess;
+    return ReportProblems(name, reading.problems, reading.error) ? kBadInput : kSuccess;
 }
 
 int Repair(const Options& options) {

@@ -58,6 +58,9 @@ public:
     // A message given by its bytes, F0 ... F7.
     void add(const ByteArray& message, const MessagePlace& place);
 
+    // Room for this many messages in all, when their number is known beforehand.
+    void reserve(std::size_t messages) { entries_.reserve(messages); }
+
     struct Entry {
         MessagePlace place;
         DescribedMessage message;

@@ -22,9 +22,6 @@ std::uint32_t BigEndian(Bytes file, std::size_t at, int count) {
     return value;
 }
 
-std::string Hex(std::uint8_t value) {
-    return HexByte(value);
-}
 std::string At(std::size_t offset) {
     return " at offset " + std::to_string(offset);
 }
@@ -97,7 +94,7 @@ bool TrackReader::channelMessage(std::uint8_t status) {
     if (end_ - pos_ < count) return fail(pos_, "event cut off by the end of its track");
     for (std::size_t i = 0; i < count; ++i, ++pos_) {
         if (file_[pos_] & 0x80) {
-            return fail(pos_, "status byte " + Hex(file_[pos_]) + " where a data byte belongs");
+            return fail(pos_, "status byte " + HexByte(file_[pos_]) + " where a data byte belongs");
         }
     }
     return true;
@@ -158,7 +155,8 @@ bool TrackReader::read(std::size_t start, std::size_t end) {
         std::uint8_t status = file_[pos_];
         if (status < 0x80) {
             if (!running) {
-                return fail(pos_, "data byte " + Hex(status) + " with no status byte before it");
+                return fail(pos_,
+                            "data byte " + HexByte(status) + " with no status byte before it");
             }
             status = running;
         } else {
@@ -186,7 +184,7 @@ bool TrackReader::read(std::size_t start, std::size_t end) {
             pos_ += length;
         } else {
             return fail(statusOffset,
-                        "status byte " + Hex(status) + " does not belong in a MIDI file");
+                        "status byte " + HexByte(status) + " does not belong in a MIDI file");
         }
     }
     // A track without its end-of-track event ends with its chunk, as common readers take it.
