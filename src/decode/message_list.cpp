@@ -20,15 +20,6 @@ int WriteTime(char* text, std::size_t size, double seconds) {
                          total % 1000);
 }
 
-}  // namespace
-
-QString TimeText(double seconds) {
-    char text[40];
-    return QString::fromLatin1(text, WriteTime(text, sizeof text, seconds));
-}
-
-namespace {
-
 // The place as PlaceText gives it, into text; the number of characters written.
 int WritePlace(char* text, std::size_t size, const MessagePlace& place) {
     switch (place.kind) {
@@ -47,6 +38,11 @@ int WritePlace(char* text, std::size_t size, const MessagePlace& place) {
 }
 
 }  // namespace
+
+QString TimeText(double seconds) {
+    char text[40];
+    return QString::fromLatin1(text, WriteTime(text, sizeof text, seconds));
+}
 
 QString PlaceText(const MessagePlace& place) {
     char text[80];
