@@ -46,6 +46,11 @@ int main(int argc, char** argv) {
     if (argc > 3 && QByteArray(argv[1]) == "peer") return RunPanePeer(atoi(argv[2]), atoll(argv[3]));
     // "bench pane" measures only the output pane.
     if (argc > 1 && QByteArray(argv[1]) == "pane") return RunPaneBench(argv[0]);
+    // "bench files" measures only reading and describing a MIDI file, for profiling.
+    if (argc > 1 && QByteArray(argv[1]) == "files") {
+        RunFileBenchmarks(folder.path());
+        return 0;
+    }
     // "bench decode" measures only the decoding, for profiling.
     const bool onlyDecoding = argc > 1 && QByteArray(argv[1]) == "decode";
     if (!onlyDecoding) {
@@ -116,5 +121,6 @@ int main(int argc, char** argv) {
     RunDecodingBenchmarks(folder.path());
     if (!onlyDecoding) RunPaneBench(argv[0]);
     if (!onlyDecoding) RunDeviceBenchmarks();
+    if (!onlyDecoding) RunFileBenchmarks(folder.path());
     return 0;
 }

@@ -63,3 +63,5 @@ int RunPaneBench(const char* program);
 int RunPanePeer(int index, long long size);
 // The MIDI output benchmarks (bench_device.cpp).
 void RunDeviceBenchmarks();
+// The file benchmarks (bench_files.cpp), with their files in folder.
+void RunFileBenchmarks(const QString& folder);

@@ -8,25 +8,24 @@ namespace {
 // column 15 alone. Within a byte the strip's first column is bit 4.
 constexpr int kStripWidth = 5;
 constexpr int kStrips = 4;
-constexpr std::uint8_t kFirstColumnBit = 0x10;
-
-int StripColumns(int strip) {
-    const int remaining = kPageSide - strip * kStripWidth;
-    return remaining < kStripWidth ? remaining : kStripWidth;
-}
 
 }  // namespace
 
+// A row as sixteen bits, column 0 the most significant: every strip is then a shift away.
+// Pages are packed at every regeneration and unpacked for every store message decoded.
 ByteArray PackPage(const Page& pixels) {
-    ByteArray data;
-    for (int strip = 0; strip < kStrips; ++strip) {
-        for (int row = 0; row < kPageSide; ++row) {
-            std::uint8_t value = 0;
-            for (int k = 0; k < StripColumns(strip); ++k) {
-                if (pixels[kPageSide * row + kStripWidth * strip + k])
-                    value |= kFirstColumnBit >> k;
-            }
-            AppendByte(data, value);
+    ByteArray data(kPackedPageBytes);
+    for (int row = 0; row < kPageSide; ++row) {
+        const bool* pixel = &pixels[static_cast<std::size_t>(kPageSide * row)];
+        unsigned bits = 0;
+        for (int column = 0; column < kPageSide; ++column)
+            bits = bits << 1 | (pixel[column] ? 1u : 0u);
+        for (int strip = 0; strip < kStrips; ++strip) {
+            // The strip's first column lands on bit 4, a narrower strip keeps its low bits 0.
+            const int shift = kPageSide - kStripWidth * (strip + 1);
+            const unsigned value = shift >= 0 ? bits >> shift : bits << -shift;
+            data[static_cast<std::size_t>(kPageSide * strip + row)] =
+                static_cast<std::uint8_t>(value & 0x1F);
         }
     }
     return data;
@@ -34,13 +33,16 @@ ByteArray PackPage(const Page& pixels) {
 
 Page UnpackPage(const std::uint8_t* data) {
     Page pixels{};
-    for (int strip = 0; strip < kStrips; ++strip) {
-        for (int row = 0; row < kPageSide; ++row) {
-            const std::uint8_t value = data[kPageSide * strip + row];
-            for (int k = 0; k < StripColumns(strip); ++k) {
-                pixels[kPageSide * row + kStripWidth * strip + k] =
-                    (value & (kFirstColumnBit >> k)) != 0;
-            }
+    for (int row = 0; row < kPageSide; ++row) {
+        unsigned bits = 0;
+        for (int strip = 0; strip < kStrips; ++strip) {
+            const unsigned value = data[kPageSide * strip + row] & 0x1Fu;
+            const int shift = kPageSide - kStripWidth * (strip + 1);
+            bits |= shift >= 0 ? value << shift : value >> -shift;
+        }
+        bool* pixel = &pixels[static_cast<std::size_t>(kPageSide * row)];
+        for (int column = 0; column < kPageSide; ++column) {
+            pixel[column] = (bits >> (kPageSide - 1 - column)) & 1u;
         }
     }
     return pixels;
@@ -51,7 +53,8 @@ std::string MakeGraphicStoreSysEx(const Page& pixels, std::uint8_t page) {
     // Two pages share each middle address byte: odd pages at 00, even ones at 40.
     ByteArray body{0x10, static_cast<std::uint8_t>(1 + (page - 1) / 2),
                    static_cast<std::uint8_t>(page % 2 == 0 ? 0x40 : 0x00)};
-    for (std::uint8_t b : PackPage(pixels)) AppendByte(body, b);
+    const ByteArray data = PackPage(pixels);
+    body.insert(body.end(), data.begin(), data.end());
     return MakeGSSysExText(body, kModelDisplay);
 }
 

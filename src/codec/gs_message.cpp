@@ -1,5 +1,7 @@
 #include "codec/gs_message.h"
 
+#include <array>
+
 #include "codec/utf8.h"
 
 namespace lumidot {
@@ -8,12 +10,20 @@ namespace {
 
 constexpr char kHexDigits[] = "0123456789ABCDEF";
 
-// Value of one hex digit in either case, or -1 for any other character.
+// Value of every hex digit in either case, -1 for any other character: a table, because
+// every message decoded, from a clipboard or a file, is read through it digit by digit.
+constexpr std::array<std::int8_t, 256> kHexDigitValues = [] {
+    std::array<std::int8_t, 256> values{};
+    values.fill(-1);
+    for (int i = 0; i < 10; ++i) values['0' + i] = static_cast<std::int8_t>(i);
+    for (int i = 0; i < 6; ++i) {
+        values['A' + i] = values['a' + i] = static_cast<std::int8_t>(10 + i);
+    }
+    return values;
+}();
+
 int HexDigitValue(char c) {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    return -1;
+    return kHexDigitValues[static_cast<unsigned char>(c)];
 }
 
 }  // namespace
@@ -28,34 +38,59 @@ std::uint8_t GSChecksum(const ByteArray& body) {
     return static_cast<std::uint8_t>((128 - sum % 128) % 128);
 }
 
+namespace {
+
+// Appends two hex digits and a space for every byte.
+void AppendHexList(std::string& text, const ByteArray& bytes) {
+    for (std::uint8_t b : bytes) {
+        const char digits[3] = {kHexDigits[b >> 4], kHexDigits[b & 0x0F], ' '};
+        text.append(digits, 3);
+    }
+}
+
+}  // namespace
+
 std::string MakeGSSysExText(const ByteArray& body, std::uint8_t modelId) {
-    return "F0 41 10 " + HexByte(modelId) + " 12 " + BytesToHexText(body) +
-           HexByte(GSChecksum(body)) + " F7";
+    // Every message shown or decoded goes through here, thousands in a row when a file or a
+    // long clipboard is read: one allocation, no temporaries.
+    std::string text;
+    text.reserve(3 * body.size() + 20);
+    text += "F0 41 10 ";
+    text += HexByte(modelId);
+    text += " 12 ";
+    AppendHexList(text, body);
+    text += HexByte(GSChecksum(body));
+    text += " F7";
+    return text;
 }
 
 std::string BytesToHexText(const ByteArray& bytes) {
     std::string text;
     text.reserve(bytes.size() * 3);
-    for (std::uint8_t b : bytes) {
-        text += HexByte(b);
-        text += ' ';
-    }
+    AppendHexList(text, bytes);
     return text;
 }
 
 bool HexTextToBytes(const std::string& text, ByteArray& bytes) {
-    std::string digits;
-    digits.reserve(text.size());
+    // A new array is read whole: room for it at once.
+    if (bytes.empty()) bytes.reserve(text.size() / 2);
+    // Digits pair up as if every space had been removed first; a lone last digit is left.
+    char high = 0;
+    bool pending = false;
     for (char c : text) {
-        if (c != ' ') digits += c;
-    }
-    for (std::size_t i = 0; i + 1 < digits.size(); i += 2) {
-        const int high = HexDigitValue(digits[i]);
-        const int low = HexDigitValue(digits[i + 1]);
+        if (c == ' ') continue;
+        if (!pending) {
+            high = c;
+            pending = true;
+            continue;
+        }
+        pending = false;
+        const int highValue = HexDigitValue(high);
+        const int lowValue = HexDigitValue(c);
         // A pair that is not hex has no value to give; guessing one would slip a wrong byte
         // into a message, so the reading ends here and the caller learns of it.
-        if (high < 0 || low < 0) return false;
-        AppendByte(bytes, static_cast<std::uint8_t>(high * 16 + low));
+        if (highValue < 0 || lowValue < 0) return false;
+        AppendByte(bytes, static_cast<std::uint8_t>(highValue * 16 + lowValue));
     }
     return true;
 }

@@ -122,13 +122,13 @@ QString NormaliseWhitespace(const QString& text, const QString& prefix, const QS
     return out;
 }
 
-void AppendNumberedLine(QString& results, int number, const std::string& explanation) {
+void AppendNumberedLine(QString& results, int number, QStringView explanation) {
     // The label padded on the left to three characters, as PadText pads it.
     const QString label = QLatin1Char('#') + QString::number(number);
     for (qsizetype pad = 3 - label.size(); pad > 0; --pad) results += QLatin1Char(' ');
     results += label;
     results += QLatin1String(". ");
-    results += QString::fromUtf8(explanation.data(), static_cast<qsizetype>(explanation.size()));
+    results += explanation;
     results += QLatin1String("\r\n");
 }
 

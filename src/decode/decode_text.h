@@ -50,7 +50,7 @@ QString NormaliseWhitespace(const QString& text, const QString& prefix, const QS
                             const QString& separator);
 
 // Appends one line of the results to results: "#" and the number right-aligned in three
-// characters, ". ", the explanation (UTF-8) and CR LF (" #1. ...", "#10. ...").
-void AppendNumberedLine(QString& results, int number, const std::string& explanation);
+// characters, ". ", the explanation and CR LF (" #1. ...", "#10. ...").
+void AppendNumberedLine(QString& results, int number, QStringView explanation);
 
 }  // namespace lumidot

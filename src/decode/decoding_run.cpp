@@ -2,7 +2,7 @@
 
 
 #include "decode/decode_text.h"
-#include "mainwindow/model_target.h"
+#include "decode/message_list.h"
 #include "mainwindow/window_model.h"
 
 namespace lumidot {
@@ -54,18 +54,9 @@ bool DecodingRun::describeAll(const std::function<bool()>& keepGoing) {
     MessageReader messages(*digits_);
     for (std::string hex; messages.next(hex);) {
         ++count_;
-        const quint64 paneBefore = model_.paneVersion();
-        const std::string line = DescribeInto(model_, hex);
-        AppendNumberedLine(results_, count_, line);
-        if (model_.paneVersion() != paneBefore) {
-            cleaned += model_.pane();
-        } else {
-            // The message changed nothing in the pane (an invalid page, a duration): it
-            // stands in the result as it came, so every message keeps its own line.
-            QString bytes = SpaceHexPairs(QString::fromStdString(hex));
-            bytes.chop(1);
-            cleaned += bytes.isEmpty() ? QStringLiteral("F0") : QStringLiteral("F0 ") + bytes;
-        }
+        const DescribedMessage described = DescribeMessage(model_, hex);
+        AppendNumberedLine(results_, count_, described.description);
+        cleaned += described.cleaned;
         cleaned += QStringLiteral("\r\n");
         if (count_ % kMessagesPerSlice == 0 && !keepGoing()) return false;
     }

@@ -14,9 +14,6 @@
 namespace lumidot {
 namespace {
 
-// Longest stretch of a decoding run without a look at the window's events, in milliseconds.
-constexpr qint64 kLongestPauseMs = 40;
-
 struct CheckFailure {
     const char* title;
     const char* prompt;
@@ -72,7 +69,7 @@ void MainForm::cmdSysExDecode_Click() {
     QElapsedTimer sinceEvents;
     sinceEvents.start();
     const bool finished = run.describeAll([&] {
-        if (sinceEvents.elapsed() >= kLongestPauseMs) {
+        if (sinceEvents.elapsed() >= longestEventPauseMs_) {
             QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
             sinceEvents.restart();
         }

@@ -5,7 +5,7 @@
 //   mainwindow/main_form_output.cpp   output modes, layout, copy
 //   editor/main_form_graphics.cpp     pages, pixel grid, drag handle, copy to page
 //   decode/main_form_decode.cpp       reading messages back from the clipboard
-//   storage/main_form_storage.cpp     memory.txt and settings.bin
+//   mainwindow/main_form_storage.cpp memory.txt and settings.bin
 #pragma once
 
 #include <QPointF>
@@ -106,6 +106,9 @@ public:
     void cmdSysExDecode_Click();
     void txtSysExOut_KeyDown(int keyCode, int shift);
     frmDecoded* decodedWindow() const { return decoded_.get(); }
+    // Longest stretch of a decoding run without a look at the window's events. Tests set 0,
+    // so that a run looks at them every few hundred messages however fast it goes.
+    void setLongestEventPause(qint64 milliseconds) { longestEventPauseMs_ = milliseconds; }
 
     // --- files (storage/main_form_storage.cpp) ---
     void LoadMemoryAndSettings();
@@ -157,6 +160,7 @@ private:
     int shownLcdLength_ = -1;
     std::unique_ptr<StorageSession> storage_;  // from the load on: where the files go
     bool closing_ = false;
+    qint64 longestEventPauseMs_ = 40;
 };
 
 }  // namespace lumidot

@@ -1,27 +1,40 @@
 #include "mainwindow/window_model.h"
 
+#include <algorithm>
+
 #include "codec/graphic_page.h"
 #include "codec/lcd_text.h"
 
 namespace lumidot {
 
 QString LayOutBytes(const QString& spacedHex, const ByteLayout& layout) {
+    // The usual layout is the codec's own text; it is laid out at every regeneration and for
+    // every message of a file or a long clipboard.
+    if (layout.prefix.isEmpty() && layout.suffix.isEmpty() &&
+        layout.separator == QLatin1String(" ")) {
+        return spacedHex;
+    }
     const qsizetype fields = spacedHex.count(QLatin1Char(' ')) + 1;
-    QString result;
-    result.reserve(spacedHex.size() - (fields - 1) +
-                   fields * (layout.prefix.size() + layout.suffix.size()) +
-                   (fields - 1) * layout.separator.size());
-    result += layout.prefix;
+    QString result(spacedHex.size() - (fields - 1) +
+                       fields * (layout.prefix.size() + layout.suffix.size()) +
+                       (fields - 1) * layout.separator.size(),
+                   Qt::Uninitialized);
+    QChar* out = result.data();
+    const auto put = [&out](const QString& text) {
+        std::copy(text.cbegin(), text.cend(), out);
+        out += text.size();
+    };
+    put(layout.prefix);
     for (QChar c : spacedHex) {
         if (c == QLatin1Char(' ')) {
-            result += layout.suffix;
-            result += layout.separator;
-            result += layout.prefix;
+            put(layout.suffix);
+            put(layout.separator);
+            put(layout.prefix);
         } else {
-            result += c;
+            *out++ = c;
         }
     }
-    result += layout.suffix;
+    put(layout.suffix);
     return result;
 }
 
@@ -44,10 +57,17 @@ QString WindowModel::Build(const Regenerated& output, const std::string& codePag
     const auto page = static_cast<std::uint8_t>(output.page);
     std::string message;
     switch (output.mode) {
-        case OutputMode::Store: message = MakeGraphicStoreSysEx(output.pixels, page); break;
-        case OutputMode::Display: message = MakeGraphicDisplaySysEx(page); break;
-        case OutputMode::Text: message = MakeTextSysEx(output.lcdText.toStdString(), codePage); break;
-        case OutputMode::None: break;
+        case OutputMode::Store:
+            message = MakeGraphicStoreSysEx(output.pixels, page);
+            break;
+        case OutputMode::Display:
+            message = MakeGraphicDisplaySysEx(page);
+            break;
+        case OutputMode::Text:
+            message = MakeTextSysEx(output.lcdText.toStdString(), codePage);
+            break;
+        case OutputMode::None:
+            break;
     }
     const QString spacedHex =
         QString::fromLatin1(message.data(), static_cast<qsizetype>(message.size()));
@@ -56,8 +76,8 @@ QString WindowModel::Build(const Regenerated& output, const std::string& codePag
 
 void WindowModel::regenerate() {
     if (mode_ == OutputMode::None) return;
-    regenerated_ = Regenerated{mode_,    pages_.current(), pages_.pixels(),
-                               lcdText_, layout_,          skipOutputLayout_};
+    regenerated_ =
+        Regenerated{mode_, pages_.current(), pages_.pixels(), lcdText_, layout_, skipOutputLayout_};
     ++paneVersion_;
     if (copyAuto_ && copier_) copier_(pane());
 }

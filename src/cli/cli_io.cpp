@@ -1,0 +1,51 @@
+#include "cli/cli_io.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <cstdio>
+
+namespace lumidot::cli {
+
+QString DisplayName(const QString& path) {
+    return path == QLatin1String("-") ? QStringLiteral("standard input") : path;
+}
+
+std::optional<QByteArray> ReadInput(const QString& path, QString& error) {
+    QFile file;
+    const bool open = path == QLatin1String("-")
+                          ? file.open(stdin, QIODevice::ReadOnly)
+                          : (file.setFileName(path), file.open(QIODevice::ReadOnly));
+    if (!open) {
+        error = QStringLiteral("%1: cannot be read: %2").arg(DisplayName(path), file.errorString());
+        return std::nullopt;
+    }
+    QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        error = QStringLiteral("%1: cannot be read: %2").arg(DisplayName(path), file.errorString());
+        return std::nullopt;
+    }
+    return bytes;
+}
+
+bool WriteOutput(const QString& path, const QByteArray& bytes, QString& error) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+        error = QStringLiteral("%1: cannot be written: %2").arg(path, file.errorString());
+        return false;
+    }
+    return true;
+}
+
+void PrintOut(const QString& text) {
+    const QByteArray utf8 = text.toUtf8();
+    std::fwrite(utf8.constData(), 1, static_cast<std::size_t>(utf8.size()), stdout);
+}
+
+void PrintError(const QString& text) {
+    // What was printed comes first, also where both streams go to one terminal or file.
+    std::fflush(stdout);
+    const QByteArray utf8 = (QStringLiteral("lumidot-cli: ") + text + QLatin1Char('\n')).toUtf8();
+    std::fwrite(utf8.constData(), 1, static_cast<std::size_t>(utf8.size()), stderr);
+}
+
+}  // namespace lumidot::cli

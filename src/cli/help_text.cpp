@@ -1,0 +1,89 @@
+// The manual page of lumidot-cli, printed by --help.
+#include "cli/cli_options.h"
+
+namespace lumidot::cli {
+
+QString HelpText() {
+    return QStringLiteral(R"(NAME
+    lumidot-cli - compose and explain the LCD messages of a Roland SC-88Pro
+
+SYNOPSIS
+    lumidot-cli [OPTIONS] text TEXT
+    lumidot-cli [OPTIONS] display PAGE|none
+    lumidot-cli [OPTIONS] store PAGE PICTURE
+    lumidot-cli [OPTIONS] describe [FILE|-]
+    lumidot-cli [OPTIONS] repair IN OUT
+    lumidot-cli --help | --version
+
+DESCRIPTION
+    Writes the GS System Exclusive messages that put a line of text or a
+    16 x 16 dot picture on the module's LCD, as hex text, as a .syx file or as
+    a Standard MIDI File, and explains the messages in such files in the same
+    words as Lumidot's "Read from clipboard".
+
+COMMANDS
+    text TEXT
+        The message that shows TEXT (at most 32 characters) at the top of
+        the LCD. Its characters are written in the code page of your locale.
+
+    display PAGE|none
+        The message that shows stored page PAGE (1 to 10), or none to go back
+        to the volume meters.
+
+    store PAGE PICTURE
+        The message that stores a picture in page PAGE (1 to 10). PICTURE is
+        a file (- for standard input) of 16 lines of 16 characters, # for a
+        dot that is on and . for one that is off, top line first.
+
+    describe [FILE|-]
+        Explains every message of FILE, one numbered line each: a .syx file
+        (each line gives the message's byte offset), a MIDI file (its time
+        mm:ss.mmm and track, counting from 1) or hex text laid out as the
+        layout options say. Without FILE, or with -, reads standard input.
+        Damage in the file is reported on standard error with its offset.
+
+    repair IN OUT
+        Copies the .syx or MIDI file IN to OUT with every wrong checksum of a
+        Roland GS data-set message put right, and lists each one changed.
+        Nothing else in the file changes.
+
+OPTIONS
+    --layout PREFIX,SUFFIX,SEPARATOR
+        How hex text is laid out, as in Lumidot's window: PREFIX before each
+        byte, SUFFIX after it, SEPARATOR between two bytes (the first two
+        commas divide, so the separator may be a comma). At most 5
+        characters each. The default is no prefix, no suffix and one space.
+
+    --prefix TEXT, --suffix TEXT, --separator TEXT
+        One part of the layout.
+
+    -o FILE, --output FILE
+        Writes the message of text, display or store to FILE instead of
+        printing it: a .syx file for a name ending in .syx, a MIDI file
+        (format 0, the message at the start) for .mid or .midi, hex text for
+        any other name.
+
+    --json
+        describe and repair print one JSON document instead of lines.
+
+    -h, --help
+        Prints this page.
+
+EXIT STATUS
+    0   success.
+    1   bad input: a file that cannot be read or is damaged, a picture or
+        text that does not fit. Each problem is one line on standard error
+        that says what and where. What could be read of a damaged file is
+        still described or repaired.
+    2   usage error: an unknown command or option, a missing argument.
+
+EXAMPLES
+    lumidot-cli text "Hello"
+    lumidot-cli --layout 0x,,, display 3
+    lumidot-cli store 1 heart.txt -o heart.mid
+    lumidot-cli describe song.mid
+    lumidot-cli repair song.mid fixed.mid
+)");
+}
+
+}  // namespace lumidot::cli

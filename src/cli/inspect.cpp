@@ -1,0 +1,208 @@
+// describe and repair: the messages of a file, explained or with their checksums put right.
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <vector>
+
+#include "cli/cli_io.h"
+#include "cli/commands.h"
+#include "decode/file_messages.h"
+#include "files/checksum_repair.h"
+#include "files/file_kind.h"
+
+namespace lumidot::cli {
+namespace {
+
+using Bytes = std::span<const std::uint8_t>;
+
+Bytes AsSpan(const QByteArray& bytes) {
+    return {reinterpret_cast<const std::uint8_t*>(bytes.constData()),
+            static_cast<std::size_t>(bytes.size())};
+}
+
+const char* KindName(FileKind kind) {
+    switch (kind) {
+        case FileKind::Midi:
+            return "midi";
+        case FileKind::Syx:
+            return "syx";
+        case FileKind::HexText:
+            return "hex";
+    }
+    return "";
+}
+
+// Why hex text holds no messages to read, in the words of the window's refusals.
+QString HexRefusal(HexCheck check) {
+    switch (check) {
+        case HexCheck::TooShort:
+            return QStringLiteral(
+                "there is no SysEx message in it (or it is too short to be a "
+                "valid message)");
+        case HexCheck::NotHex:
+            return QStringLiteral(
+                "a character that is not a hex digit stands where the layout "
+                "puts one (see --prefix, --suffix and --separator)");
+        case HexCheck::NotSysEx:
+            return QStringLiteral("SysEx messages must begin with F0 and end with F7");
+        case HexCheck::Ok:
+            break;
+    }
+    return QString();
+}
+
+QJsonObject ProblemJson(const FileProblem& problem) {
+    return {{QStringLiteral("offset"), static_cast<qint64>(problem.offset)},
+            {QStringLiteral("problem"), QString::fromStdString(problem.text)}};
+}
+
+// Reports every problem on standard error, one line each; true when there were any.
+bool ReportProblems(const QString& name, const std::vector<FileProblem>& problems,
+                    const std::optional<FileProblem>& error) {
+    for (const FileProblem& problem : problems) {
+        PrintError(QStringLiteral("%1: offset %2: %3")
+                       .arg(name)
+                       .arg(static_cast<qulonglong>(problem.offset))
+                       .arg(QString::fromStdString(problem.text)));
+    }
+    if (error) ReportProblems(name, {*error}, std::nullopt);
+    return !problems.empty() || error.has_value();
+}
+
+void AddProblems(QJsonObject& json, const std::vector<FileProblem>& problems,
+                 const std::optional<FileProblem>& error) {
+    QJsonArray list;
+    for (const FileProblem& problem : problems) list.append(ProblemJson(problem));
+    json[QStringLiteral("problems")] = list;
+    if (error) json[QStringLiteral("error")] = ProblemJson(*error);
+}
+
+}  // namespace
+
+int Describe(const Options& options, const std::string& codePage) {
+    const QString path = options.arguments.isEmpty() ? QStringLiteral("-") : options.arguments[0];
+    const QString name = DisplayName(path);
+    QString readError;
+    const std::optional<QByteArray> input = ReadInput(path, readError);
+    if (!input) {
+        PrintError(readError);
+        return kBadInput;
+    }
+
+    WindowModel model(codePage);
+    model.setPrefix(options.layout.prefix);
+    model.setSuffix(options.layout.suffix);
+    model.setSeparator(options.layout.separator);
+    MessageListDescription list(model);
+    const FileReading reading =
+        DescribeFile(AsSpan(*input), path.toStdString(), model.layout(), list);
+    if (reading.check != HexCheck::Ok) {
+        PrintError(name + QStringLiteral(": ") + HexRefusal(reading.check));
+        return kBadInput;
+    }
+
+    if (options.json) {
+        QJsonArray messages;
+        for (std::size_t i = 0; i < list.entries().size(); ++i) {
+            const MessageListDescription::Entry& entry = list.entries()[i];
+            QJsonObject item{{QStringLiteral("number"), static_cast<qint64>(i + 1)},
+                             {QStringLiteral("line"), list.line(i)},
+                             {QStringLiteral("description"), entry.message.description},
+                             {QStringLiteral("cleaned"), entry.message.cleaned}};
+            if (entry.place.kind == MessagePlace::Kind::Offset) {
+                item[QStringLiteral("offset")] = static_cast<qint64>(entry.place.offset);
+            } else if (entry.place.kind == MessagePlace::Kind::Time) {
+                item[QStringLiteral("time")] = TimeText(entry.place.seconds);
+                item[QStringLiteral("seconds")] = entry.place.seconds;
+                item[QStringLiteral("track")] = entry.place.track;
+                item[QStringLiteral("tick")] = static_cast<qint64>(reading.ticks[i]);
+            }
+            messages.append(item);
+        }
+        QJsonObject json{{QStringLiteral("file"), name},
+                         {QStringLiteral("kind"), QLatin1String(KindName(reading.kind))},
+                         {QStringLiteral("count"), list.count()},
+                         {QStringLiteral("messages"), messages}};
+        AddProblems(json, reading.problems, reading.error);
+        PrintOut(QString::fromUtf8(QJsonDocument(json).toJson()));
+    } else {
+        QString lines;
+        for (std::size_t i = 0; i < list.entries().size(); ++i) {
+            lines += list.line(i);
+            lines += QLatin1Char('\n');
+        }
+        PrintOut(lines);
+    }
+    return ReportProblems(name, reading.problems, reading.error) ? kBadInput : kSuccess;
+}
+
+int Repair(const Options& options) {
+    const QString& in = options.arguments[0];
+    const QString& out = options.arguments[1];
+    QString ioError;
+    const std::optional<QByteArray> input = ReadInput(in, ioError);
+    if (!input) {
+        PrintError(ioError);
+        return kBadInput;
+    }
+    std::vector<std::uint8_t> file(input->begin(), input->end());
+    const FileKind kind = GuessFileKind(file, in.toStdString());
+    if (kind == FileKind::HexText) {
+        PrintError(DisplayName(in) + QStringLiteral(": neither a MIDI file nor a .syx file "
+                                                    "(describe cleans hex text)"));
+        return kBadInput;
+    }
+    const RepairReport report =
+        kind == FileKind::Midi ? RepairMidiChecksums(file) : RepairSyxChecksums(file);
+    if (report.error) {
+        ReportProblems(DisplayName(in), {}, report.error);
+        return kBadInput;
+    }
+    const QByteArray repaired(reinterpret_cast<const char*>(file.data()),
+                              static_cast<qsizetype>(file.size()));
+    if (!WriteOutput(out, repaired, ioError)) {
+        PrintError(ioError);
+        return kBadInput;
+    }
+
+    QJsonArray fixes;
+    QString lines;
+    for (const ChecksumFix& fix : report.fixes) {
+        const QString was = QString::fromStdString(HexByte(fix.was));
+        const QString now = QString::fromStdString(HexByte(fix.now));
+        const MessagePlace place = kind == FileKind::Midi
+                                       ? MessagePlace::AtTime(fix.seconds, fix.track + 1)
+                                       : MessagePlace::AtOffset(fix.messageOffset);
+        lines += QStringLiteral("%1 checksum at offset %2 changed from %3 to %4\n")
+                     .arg(PlaceText(place))
+                     .arg(static_cast<qulonglong>(fix.offset))
+                     .arg(was, now);
+        QJsonObject item{{QStringLiteral("messageOffset"), static_cast<qint64>(fix.messageOffset)},
+                         {QStringLiteral("offset"), static_cast<qint64>(fix.offset)},
+                         {QStringLiteral("was"), was},
+                         {QStringLiteral("now"), now}};
+        if (kind == FileKind::Midi) {
+            item[QStringLiteral("time")] = TimeText(fix.seconds);
+            item[QStringLiteral("track")] = fix.track + 1;
+        }
+        fixes.append(item);
+    }
+    const qsizetype count = fixes.size();
+    lines += count == 0 ? QStringLiteral("No checksum needed repairing; %1 written\n").arg(out)
+                        : QStringLiteral("%1 checksum%2 repaired; %3 written\n")
+                              .arg(count)
+                              .arg(count == 1 ? QString() : QStringLiteral("s"), out);
+    if (options.json) {
+        QJsonObject json{{QStringLiteral("file"), DisplayName(in)},
+                         {QStringLiteral("output"), out},
+                         {QStringLiteral("kind"), QLatin1String(KindName(kind))},
+                         {QStringLiteral("repairs"), fixes}};
+        AddProblems(json, report.problems, std::nullopt);
+        PrintOut(QString::fromUtf8(QJsonDocument(json).toJson()));
+    } else {
+        PrintOut(lines);
+    }
+    return ReportProblems(DisplayName(in), report.problems, std::nullopt) ? kBadInput : kSuccess;
+}
+
+}  // namespace lumidot::cli
