@@ -13,7 +13,7 @@ ProgramMenus AddProgramMenus(MainForm& window) {
     QMenuBar* bar = window.menuBar();
     QMenu* file = bar->addMenu(QObject::tr("&File"));
     file->setObjectName(QStringLiteral("menuFile"));
-    file->addSeparator();
+    QAction* fileEnd = file->addSeparator();
     QAction* quit = file->addAction(QObject::tr("&Quit"), &window, &QWidget::close);
     quit->setObjectName(QStringLiteral("actionQuit"));
     quit->setShortcut(QKeySequence::Quit);
@@ -37,7 +37,7 @@ ProgramMenus AddProgramMenus(MainForm& window) {
     about->setObjectName(QStringLiteral("actionAbout"));
     QAction* aboutQt = help->addAction(QObject::tr("About &Qt"), qApp, &QApplication::aboutQt);
     aboutQt->setObjectName(QStringLiteral("actionAboutQt"));
-    return {file, help};
+    return {file, fileEnd, help};
 }
 
 }  // namespace lumidot

@@ -2,6 +2,7 @@
 // parts of the program add their items to these menus or add menus of their own.
 #pragma once
 
+class QAction;
 class QMenu;
 class QMenuBar;
 
@@ -11,7 +12,10 @@ class MainForm;
 
 struct ProgramMenus {
     QMenu* file;
-    QMenu* help;
+    // The separator before "Quit": the File menu's other items go above it
+    // (file->insertAction(fileEnd, action)).
+    QAction* fileEnd;
+    QMenu* help;  // last on the bar: other menus go before it (insertMenu(help->menuAction(), ...))
 };
 
 // Fills window's menu bar; the File menu ends with a separator and "Quit".
