@@ -19,6 +19,23 @@ e2e_cleanup() {
 }
 trap e2e_cleanup EXIT
 
+# Named checks: each prints ok or FAILED with both values; checks_end sums them up and fails
+# when any failed.
+failures=0
+passes=0
+check() {  # check NAME EXPECTED ACTUAL
+  if [[ "$2" == "$3" ]]; then
+    echo "ok: $1"; passes=$((passes + 1))
+  else
+    echo "FAILED: $1"; echo "  expected: $2"; echo "  actual:   $3"
+    failures=$((failures + 1))
+  fi
+}
+checks_end() {
+  echo "$passes passed, $failures failed"
+  [[ $failures -eq 0 ]]
+}
+
 # Starts Xvfb on a display number that the server picks itself and reports when it is
 # ready, so that two tests starting at once never end up sharing one server; returns 1 when
 # none can be started.
