@@ -19,8 +19,6 @@ namespace {
 
 // Messages described between two looks at the window's events.
 constexpr std::size_t kMessagesPerSlice = 256;
-// A file whose messages take longer than this to take over shows its progress.
-constexpr int kProgressAfterMs = 400;
 
 // The first local file among the dropped URLs; empty when there is none.
 QString DroppedFile(const QMimeData* data) {
@@ -180,7 +178,7 @@ bool FileActions::takeOver(const QString& path, FileMessages& messages) {
     progress.setWindowTitle(file_texts::kOpeningTitle);
     progress.setObjectName(QStringLiteral("openingProgress"));
     progress.setCancelButton(nullptr);
-    progress.setMinimumDuration(kProgressAfterMs);
+    progress.setMinimumDuration(progressDelayMs_);
     progress.setAutoClose(false);
     progress.setValue(0);
 

@@ -44,6 +44,8 @@ public:
     void repairFile();
 
     RecentFiles& recentFiles() { return recent_; }
+    // How long the taking over of a file's messages goes before it shows its progress.
+    void setProgressDelay(int milliseconds) { progressDelayMs_ = milliseconds; }
     QMenu* recentMenu() const { return recentMenu_; }
 
 protected:
@@ -71,6 +73,7 @@ private:
     RecentFiles recent_;
     QMenu* recentMenu_ = nullptr;
     bool busy_ = false;  // a file is being opened
+    int progressDelayMs_ = 400;
 };
 
 }  // namespace lumidot
