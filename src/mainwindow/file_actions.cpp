@@ -71,7 +71,11 @@ void FileActions::addMenuItems() {
 }
 
 void FileActions::fillRecentMenu() {
-    recentMenu_->clear();
+    // An item may be the one being chosen right now: it goes once its signal is over.
+    for (QAction* old : recentMenu_->actions()) {
+        recentMenu_->removeAction(old);
+        old->deleteLater();
+    }
     const QStringList paths = recent_.paths();
     for (int i = 0; i < paths.size(); ++i) {
         QString shown = QDir::toNativeSeparators(paths[i]);
