@@ -9,6 +9,8 @@
 #include <QProgressDialog>
 #include <QTimer>
 #include <QUrl>
+#include <climits>
+#include <memory>
 
 #include "decode/file_messages.h"
 #include "mainwindow/file_texts.h"
@@ -176,19 +178,22 @@ bool FileActions::takeOver(const QString& path, FileMessages& messages) {
     window_.forgetDecodingResults();
     MessageListDescription list(model);
 
-    QProgressDialog progress(file_texts::OpeningLabel(path), QString(), 0,
-                             static_cast<int>(std::min<std::size_t>(messages.count(), INT_MAX)),
-                             &window_);
-    progress.setWindowTitle(file_texts::kOpeningTitle);
-    progress.setObjectName(QStringLiteral("openingProgress"));
-    progress.setCancelButton(nullptr);
-    progress.setMinimumDuration(progressDelayMs_);
-    progress.setAutoClose(false);
-    progress.setValue(0);
+    // Shows itself only once the work has gone on for a moment; it must be gone, its timer
+    // with it, before the results window opens.
+    auto progress = std::make_unique<QProgressDialog>(
+        file_texts::OpeningLabel(path), QString(), 0,
+        static_cast<int>(std::min<std::size_t>(messages.count(), INT_MAX)), &window_);
+    progress->setWindowTitle(file_texts::kOpeningTitle);
+    progress->setObjectName(QStringLiteral("openingProgress"));
+    progress->setCancelButton(nullptr);
+    progress->setMinimumDuration(progressDelayMs_);
+    progress->setAutoClose(false);
+    progress->setValue(0);
 
     const bool finished = window_.workOnModel([&](const std::function<bool()>& keepGoing) {
         while (messages.describeNext(list, kMessagesPerSlice)) {
-            progress.setValue(static_cast<int>(std::min<std::size_t>(messages.described(), INT_MAX)));
+            progress->setValue(
+                static_cast<int>(std::min<std::size_t>(messages.described(), INT_MAX)));
             if (!keepGoing()) return false;
         }
         // The cleaned messages end in the pane as a run's do, copied if copying is on.
@@ -197,7 +202,7 @@ bool FileActions::takeOver(const QString& path, FileMessages& messages) {
         model.setSkipOutputLayout(false);
         return true;
     });
-    progress.hide();
+    progress.reset();
     busy_ = false;
     if (!finished) return false;
 
