@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # End to end, files: the real program under Xvfb opens a MIDI file written by mido through
 # Ctrl+O and the real file dialog, shows its messages in the results window, and exports the
-# pages through the File menu by keyboard; the export holds memory.txt's messages.
+# pages through the File menu by keyboard; the export holds memory.txt's messages, and after
+# a new start the song is first under Open Recent.
 # Fails, saying why, when no X server can be started: nothing here passes by skipping.
 set -u
 BINARY=$1
@@ -101,6 +102,25 @@ check "memory.txt holds the diagonal on page 3" "$expected_memory" "$(cat "$APPD
 check "the export holds memory.txt's ten messages, byte for byte" \
   "$(tr -d ' \r\n' <"$APPDIR/memory.txt" | tr 'A-F' 'a-f')" \
   "$(od -An -v -tx1 "$EXPORT" 2>/dev/null | tr -d ' \n')"
+
+# --- a new start: File > Open Recent > 1 opens the song again ------------------
+start_app "$APPDIR" "$BINARY"
+point_at 3 300; sleep 0.2
+xdotool key alt; sleep 0.3
+xdotool key f; sleep 0.4
+xdotool key r; sleep 0.4
+xdotool key 1
+RESULTS=$(wait_window 'SysEx Decoding Results')
+if [[ -n "$RESULTS" ]]; then
+  xdotool mousemove --window "$RESULTS" 300 100; sleep 0.2
+  xdotool key ctrl+a ctrl+c; sleep 0.3
+  check "the recent song opens again after a restart" \
+    "$(printf ' #1. [00:00.000 track 2] Display text: abc\r\n #2. [00:00.250 track 2] Graphic: Store page 3\r\n')" \
+    "$(clipboard)"
+  xdotool key Return; sleep 0.3
+else
+  echo "FAILED: Open Recent opened no results window"; failures=$((failures + 1))
+fi
 
 echo "$passes passed, $failures failed"
 [[ $failures -eq 0 ]]
