@@ -62,8 +62,8 @@ void MainForm::cmdSysExDecode_Click() {
     }
 
     forgetDecodingResults();
-    const bool finished =
-        workOnModel([&](const std::function<bool()>& keepGoing) { return run.describeAll(keepGoing); });
+    const bool finished = workOnModel(
+        [&](const std::function<bool()>& keepGoing) { return run.describeAll(keepGoing); });
     if (!finished) return;
     showDecodingResults(run.count(), run.results());
 }

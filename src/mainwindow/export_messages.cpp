@@ -53,8 +53,8 @@ std::optional<std::vector<ByteArray>> PaneMessages(const QString& pane, const By
 std::vector<ByteArray> PageStoreMessages(const Pages& pages) {
     std::vector<ByteArray> messages;
     for (int page = kFirstPage; page <= kLastPage; ++page) {
-        messages.push_back(BytesOfText(
-            MakeGraphicStoreSysEx(pages[page - 1], static_cast<std::uint8_t>(page))));
+        messages.push_back(
+            BytesOfText(MakeGraphicStoreSysEx(pages[page - 1], static_cast<std::uint8_t>(page))));
     }
     return messages;
 }

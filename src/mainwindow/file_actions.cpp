@@ -39,7 +39,9 @@ FileActions::FileActions(MainForm& window) : QObject(&window), window_(window) {
     qApp->installEventFilter(this);
 }
 
-FileActions::~FileActions() { qApp->removeEventFilter(this); }
+FileActions::~FileActions() {
+    qApp->removeEventFilter(this);
+}
 
 void FileActions::addMenuItems() {
     QMenu* file = window_.menus().file;
@@ -104,8 +106,8 @@ QString FileActions::askPath(const FileQuestion& question) {
 void FileActions::tell(const file_texts::Box& box, bool exclamation) {
     window_.platform().prompts.showMessage(
         &window_, box.title, box.prompt,
-        exclamation ? Prompts::Icon::Exclamation : Prompts::Icon::Information,
-        Prompts::Buttons::Ok, Prompts::Answer::Ok);
+        exclamation ? Prompts::Icon::Exclamation : Prompts::Icon::Information, Prompts::Buttons::Ok,
+        Prompts::Answer::Ok);
 }
 
 bool FileActions::ask(const file_texts::Box& box, bool exclamation) {
@@ -116,8 +118,11 @@ bool FileActions::ask(const file_texts::Box& box, bool exclamation) {
 }
 
 void FileActions::open() {
-    const QString path = askPath({FileQuestion::Kind::Open, file_texts::kOpenTitle,
-                                  recent_.lastFolder(), file_texts::OpenFilters(), {}});
+    const QString path = askPath({FileQuestion::Kind::Open,
+                                  file_texts::kOpenTitle,
+                                  recent_.lastFolder(),
+                                  file_texts::OpenFilters(),
+                                  {}});
     if (!path.isEmpty()) openFile(path);
 }
 
@@ -160,8 +165,7 @@ bool FileActions::openFile(const QString& path) {
     }
     const std::span<const std::uint8_t> span(reinterpret_cast<const std::uint8_t*>(bytes->data()),
                                              static_cast<std::size_t>(bytes->size()));
-    FileMessages messages(span, QFileInfo(path).fileName().toStdString(),
-                          window_.model().layout());
+    FileMessages messages(span, QFileInfo(path).fileName().toStdString(), window_.model().layout());
     if (const auto verdict = file_texts::JudgeReading(path, messages, bytes->startsWith("MThd"))) {
         if (!verdict->question) {
             tell(verdict->box);

@@ -35,7 +35,7 @@ public:
     // "Open...": asks for a file and opens it.
     void open();
     // Describes the file's messages into the window as a decoding run does and shows the
-    // results. A file that cannot be read, or damaged one the user does not want, changes
+    // results. A file that cannot be read, or a damaged one the user does not want, changes
     // nothing; false then, and false when the window closed during the run.
     bool openFile(const QString& path);
     void exportMessage();

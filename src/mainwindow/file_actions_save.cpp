@@ -59,9 +59,11 @@ bool FileActions::write(const QString& path, const ByteArray& bytes) {
 void FileActions::exportBytes(const QString& title, const QString& name, const QString& filter,
                               const ByteArray& bytes) {
     const QString suffix = QFileInfo(name).suffix();
-    const QString path =
-        askPath({FileQuestion::Kind::Save, title, QDir(recent_.lastFolder()).filePath(name),
-                 {filter, QStringLiteral("All files (*)")}, suffix});
+    const QString path = askPath({FileQuestion::Kind::Save,
+                                  title,
+                                  QDir(recent_.lastFolder()).filePath(name),
+                                  {filter, QStringLiteral("All files (*)")},
+                                  suffix});
     if (path.isEmpty() || !mayWrite(path)) return;
     write(path, bytes);
 }
@@ -82,15 +84,16 @@ void FileActions::exportPages() {
 }
 
 void FileActions::exportPagesAsMidi() {
-    exportBytes(file_texts::kExportMidiTitle, QStringLiteral("pages.mid"),
-                file_texts::kMidiFilter,
+    exportBytes(file_texts::kExportMidiTitle, QStringLiteral("pages.mid"), file_texts::kMidiFilter,
                 WriteMidi(TimedPageMessages(window_.model().pages().all())));
 }
 
 void FileActions::repairFile() {
-    const QString original =
-        askPath({FileQuestion::Kind::Open, file_texts::kRepairTitle, recent_.lastFolder(),
-                 file_texts::RepairFilters(), {}});
+    const QString original = askPath({FileQuestion::Kind::Open,
+                                      file_texts::kRepairTitle,
+                                      recent_.lastFolder(),
+                                      file_texts::RepairFilters(),
+                                      {}});
     if (original.isEmpty()) return;
     const std::optional<QByteArray> bytes = readWhole(original);
     if (!bytes) return;
@@ -113,11 +116,13 @@ void FileActions::repairFile() {
     }
 
     const QString suffix = QFileInfo(original).suffix();
-    const QString copy = askPath(
-        {FileQuestion::Kind::Save, file_texts::kRepairSaveTitle, RepairedName(original),
-         {kind == FileKind::Midi ? file_texts::kMidiFilter : file_texts::kSyxFilter,
-          QStringLiteral("All files (*)")},
-         suffix});
+    const QString copy =
+        askPath({FileQuestion::Kind::Save,
+                 file_texts::kRepairSaveTitle,
+                 RepairedName(original),
+                 {kind == FileKind::Midi ? file_texts::kMidiFilter : file_texts::kSyxFilter,
+                  QStringLiteral("All files (*)")},
+                 suffix});
     if (copy.isEmpty() || !mayWrite(copy, original)) return;
     if (!write(copy, file)) return;
     tell(file_texts::Repaired(original, copy, kind, report), false);

@@ -12,7 +12,9 @@ namespace {
 // Long lists of problems or repairs are cut here, with a line that says how many more.
 constexpr std::size_t kLongestList = 12;
 
-QString Shown(const QString& path) { return QDir::toNativeSeparators(path); }
+QString Shown(const QString& path) {
+    return QDir::toNativeSeparators(path);
+}
 
 QString ProblemLine(const FileProblem& problem) {
     return QStringLiteral("At byte %1: %2.")
@@ -49,8 +51,9 @@ QString HexRefusal(HexCheck check) {
         case HexCheck::Ok:
             break;
     }
-    return QStringLiteral("Its hex text does not begin with F0 and end with F7, as SysEx "
-                          "messages do.");
+    return QStringLiteral(
+        "Its hex text does not begin with F0 and end with F7, as SysEx "
+        "messages do.");
 }
 
 }  // namespace
@@ -61,21 +64,28 @@ QStringList OpenFilters() {
 }
 
 QStringList RepairFilters() {
-    return {QStringLiteral("SysEx and MIDI files (*.syx *.mid *.midi)"), kSyxFilter,
-            kMidiFilter, QStringLiteral("All files (*)")};
+    return {QStringLiteral("SysEx and MIDI files (*.syx *.mid *.midi)"), kSyxFilter, kMidiFilter,
+            QStringLiteral("All files (*)")};
 }
 
 Box CannotOpen(const QString& path, const QString& reason) {
     return {QStringLiteral("Cannot open file"), Shown(path) + QStringLiteral("\r\n\r\n") + reason};
 }
 
-QString NotFound() { return QStringLiteral("The file was not found."); }
-QString IsFolder() { return QStringLiteral("This is a folder, not a file."); }
-QString IsEmpty() { return QStringLiteral("The file is empty."); }
+QString NotFound() {
+    return QStringLiteral("The file was not found.");
+}
+QString IsFolder() {
+    return QStringLiteral("This is a folder, not a file.");
+}
+QString IsEmpty() {
+    return QStringLiteral("The file is empty.");
+}
 
 QString TooBig(qint64 bytes, qint64 limit) {
-    return QStringLiteral("It is too big to be a file of messages: %1 MB, where at most %2 MB "
-                          "are read.")
+    return QStringLiteral(
+               "It is too big to be a file of messages: %1 MB, where at most %2 MB "
+               "are read.")
         .arg((bytes + (1 << 20) - 1) >> 20)
         .arg(limit >> 20);
 }
@@ -107,13 +117,12 @@ std::optional<Verdict> JudgeReading(const QString& path, const FileMessages& mes
         return Verdict{CannotOpen(path, reason)};
     }
     if (problems.empty()) return std::nullopt;
-    return Verdict{
-        {QStringLiteral("Damaged file"),
-         Shown(path) + QStringLiteral("\r\n\r\n") + ProblemLines(problems) +
-             QStringLiteral("\r\n\r\nOpen the %1 that could be read anyway?")
-                 .arg(count == 1 ? QStringLiteral("one complete message")
-                                 : QStringLiteral("%1 complete messages").arg(count))},
-        true};
+    return Verdict{{QStringLiteral("Damaged file"),
+                    Shown(path) + QStringLiteral("\r\n\r\n") + ProblemLines(problems) +
+                        QStringLiteral("\r\n\r\nOpen the %1 that could be read anyway?")
+                            .arg(count == 1 ? QStringLiteral("one complete message")
+                                            : QStringLiteral("%1 complete messages").arg(count))},
+                   true};
 }
 
 QString OpeningLabel(const QString& path) {
@@ -126,10 +135,10 @@ Box ReplaceExisting(const QString& path) {
 }
 
 Box ReplaceOriginal(const QString& path) {
-    return {QStringLiteral("Replace the original?"),
-            Shown(path) +
-                QStringLiteral("\r\n\r\nThis is the file being repaired. Replace it with the "
-                               "repaired copy? The original cannot be had back afterwards.")};
+    return {
+        QStringLiteral("Replace the original?"),
+        Shown(path) + QStringLiteral("\r\n\r\nThis is the file being repaired. Replace it with the "
+                                     "repaired copy? The original cannot be had back afterwards.")};
 }
 
 Box CannotSave(const QString& path, const QString& why) {
@@ -144,11 +153,11 @@ Box NothingToExport() {
 }
 
 Box NotRepairable(const QString& path) {
-    return {QStringLiteral("Cannot repair file"),
-            Shown(path) +
-                QStringLiteral("\r\n\r\nIt is neither a .syx file nor a MIDI file. Open it "
-                               "instead: the messages of hex text are shown cleaned, with "
-                               "their checksums recalculated.")};
+    return {
+        QStringLiteral("Cannot repair file"),
+        Shown(path) + QStringLiteral("\r\n\r\nIt is neither a .syx file nor a MIDI file. Open it "
+                                     "instead: the messages of hex text are shown cleaned, with "
+                                     "their checksums recalculated.")};
 }
 
 Box RepairUnreadable(const QString& path, const FileProblem& error) {
@@ -158,8 +167,9 @@ Box RepairUnreadable(const QString& path, const FileProblem& error) {
 }
 
 Box NothingToRepair(const QString& path, const std::vector<FileProblem>& problems) {
-    QString prompt = Shown(path) + QStringLiteral("\r\n\r\nEvery checksum in it is right: "
-                                                  "nothing needs repairing.");
+    QString prompt = Shown(path) + QStringLiteral(
+                                       "\r\n\r\nEvery checksum in it is right: "
+                                       "nothing needs repairing.");
     if (!problems.empty()) prompt += QStringLiteral("\r\n\r\n") + ProblemLines(problems);
     return {QStringLiteral("Repair checksums"), prompt};
 }
@@ -178,15 +188,15 @@ Box Repaired(const QString& original, const QString& copy, FileKind kind,
                           QString::fromStdString(HexByte(fix.now)));
     }
     const qsizetype count = static_cast<qsizetype>(report.fixes.size());
-    QString prompt =
-        QStringLiteral("%1 repaired in\r\n%2\r\nand written to\r\n%3\r\n\r\n")
-            .arg(count == 1 ? QStringLiteral("1 message was")
-                            : QStringLiteral("%1 messages were").arg(count),
-                 Shown(original), Shown(copy)) +
-        Lines(lines);
+    QString prompt = QStringLiteral("%1 repaired in\r\n%2\r\nand written to\r\n%3\r\n\r\n")
+                         .arg(count == 1 ? QStringLiteral("1 message was")
+                                         : QStringLiteral("%1 messages were").arg(count),
+                              Shown(original), Shown(copy)) +
+                     Lines(lines);
     if (!report.problems.empty()) {
-        prompt += QStringLiteral("\r\n\r\nThe file is damaged besides; nothing else was "
-                                 "changed:\r\n") +
+        prompt += QStringLiteral(
+                      "\r\n\r\nThe file is damaged besides; nothing else was "
+                      "changed:\r\n") +
                   ProblemLines(report.problems);
     }
     return {QStringLiteral("Checksums repaired"), prompt};

@@ -21,7 +21,9 @@ std::unique_ptr<QSettings> RecentFiles::settings() const {
     return std::make_unique<QSettings>(QStringLiteral("Lumidot"), QStringLiteral("Lumidot"));
 }
 
-QStringList RecentFiles::stored() const { return settings()->value(kRecentKey).toStringList(); }
+QStringList RecentFiles::stored() const {
+    return settings()->value(kRecentKey).toStringList();
+}
 
 void RecentFiles::store(const QStringList& paths) const {
     settings()->setValue(kRecentKey, paths);
@@ -51,7 +53,9 @@ void RecentFiles::remove(const QString& path) {
     if (paths.removeAll(QFileInfo(path).absoluteFilePath()) > 0) store(paths);
 }
 
-void RecentFiles::clear() { store({}); }
+void RecentFiles::clear() {
+    store({});
+}
 
 QString RecentFiles::lastFolder() const {
     const QString folder = settings()->value(kFolderKey).toString();

@@ -82,14 +82,15 @@ TEST_F(DropTest, OnlyLocalFilesAreTaken) {
     QMimeData text;
     text.setText(QStringLiteral("F0 41 10 45 12 10 20 00 05 4B F7"));
     EXPECT_FALSE(drop(window.get(), text));
-    EXPECT_FALSE(drop(window.get(), filesData({QUrl(QStringLiteral("https://example.org/a.syx"))})));
+    EXPECT_FALSE(
+        drop(window.get(), filesData({QUrl(QStringLiteral("https://example.org/a.syx"))})));
     EXPECT_EQ(fake.prompts.modalRuns, 0);
     EXPECT_TRUE(fake.prompts.shown.empty());
 }
 
 TEST_F(DropTest, ADroppedFileThatCannotBeReadIsReported) {
-    EXPECT_TRUE(drop(ui().txtSysExOut,
-                     filesData({QUrl::fromLocalFile(path(QStringLiteral("gone.mid")))})));
+    EXPECT_TRUE(
+        drop(ui().txtSysExOut, filesData({QUrl::fromLocalFile(path(QStringLiteral("gone.mid")))})));
     EXPECT_EQ(lastBoxTitle(), QStringLiteral("Cannot open file"));
     EXPECT_EQ(fake.prompts.modalRuns, 0);
 }
@@ -104,7 +105,8 @@ TEST_F(FileMenuTest, CtrlOFromEveryControl) {
              ui().cmdSysExDecode, ui().chkSysExCopyAuto}) {
         control->setFocus();
         QTest::keyClick(control, Qt::Key_O, Qt::ControlModifier);
-        EXPECT_EQ(fake.files.asked.size(), std::size_t(++asked)) << control->objectName().toStdString();
+        EXPECT_EQ(fake.files.asked.size(), std::size_t(++asked))
+            << control->objectName().toStdString();
     }
     EXPECT_EQ(ui().txtTextIn->text(), QString()) << "the key typed nothing";
 }
@@ -122,10 +124,10 @@ TEST_F(FileMenuTest, EveryItemHasItsOwnAccessKey) {
         EXPECT_FALSE(keys.contains(key)) << item->text().toStdString();
         keys += key;
     }
-    EXPECT_EQ(texts, (QStringList{"&Open...", "Open &Recent", "Export &message as .syx...",
-                                  "Export all &pages as .syx...",
-                                  "Export all pages as M&IDI file...",
-                                  "Repair &checksums in file...", "&Quit"}));
+    EXPECT_EQ(texts,
+              (QStringList{"&Open...", "Open &Recent", "Export &message as .syx...",
+                           "Export all &pages as .syx...", "Export all pages as M&IDI file...",
+                           "Repair &checksums in file...", "&Quit"}));
     EXPECT_EQ(action("actionOpen")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_O));
 }
 
@@ -139,7 +141,8 @@ protected:
         Page page{};
         for (int i = 0; i < 40000; ++i) {
             page[i % kPagePixels] = !page[i % kPagePixels];
-            messages.push_back({i * 0.05, Hex(MakeGraphicStoreSysEx(page, static_cast<std::uint8_t>(1 + i % 10)))});
+            messages.push_back({i * 0.05, Hex(MakeGraphicStoreSysEx(
+                                              page, static_cast<std::uint8_t>(1 + i % 10)))});
         }
         return write(QStringLiteral("big.mid"), WriteMidi(messages));
     }

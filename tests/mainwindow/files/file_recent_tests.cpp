@@ -43,18 +43,18 @@ TEST_P(RecentTest, NewestFirstAtMostEightNoneVanished) {
 
 INSTANTIATE_TEST_SUITE_P(
     Files, RecentTest,
-    ::testing::Values(RecentRow{"None", {}, {}, {}},
-                      RecentRow{"NewestFirst", {1, 2, 3}, {}, {3, 2, 1}},
-                      RecentRow{"OpenedAgainComesFirst", {1, 2, 3, 1}, {}, {1, 3, 2}},
-                      RecentRow{"AtMostEight", {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, {},
-                                {10, 9, 8, 7, 6, 5, 4, 3}},
-                      RecentRow{"VanishedFilesLeave", {1, 2, 3}, {2}, {3, 1}},
-                      RecentRow{"AllVanished", {1, 2}, {1, 2}, {}}),
+    ::testing::Values(
+        RecentRow{"None", {}, {}, {}}, RecentRow{"NewestFirst", {1, 2, 3}, {}, {3, 2, 1}},
+        RecentRow{"OpenedAgainComesFirst", {1, 2, 3, 1}, {}, {1, 3, 2}},
+        RecentRow{"AtMostEight", {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}, {}, {10, 9, 8, 7, 6, 5, 4, 3}},
+        RecentRow{"VanishedFilesLeave", {1, 2, 3}, {2}, {3, 1}},
+        RecentRow{"AllVanished", {1, 2}, {1, 2}, {}}),
     [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(FileMenuTest, ChoosingARecentFileOpensIt) {
     const QString first = write(QStringLiteral("five.syx"), kDisplay5);
-    const QString second = write(QStringLiteral("hi.syx"), Hex("F0 41 10 45 12 10 00 00 48 69 3F F7"));
+    const QString second =
+        write(QStringLiteral("hi.syx"), Hex("F0 41 10 45 12 10 00 00 48 69 3F F7"));
     actions().openFile(first);
     actions().openFile(second);
     recentShown();
@@ -75,7 +75,8 @@ TEST_F(FileMenuTest, ARecentFileGoneMeanwhileIsReportedAndDropped) {
     QFile::remove(gone);
     actions().recentMenu()->actions().value(0)->trigger();
     EXPECT_EQ(lastBoxTitle(), QStringLiteral("Cannot open file"));
-    EXPECT_TRUE(fake.prompts.shown.back().prompt.endsWith(QStringLiteral("The file was not found.")));
+    EXPECT_TRUE(
+        fake.prompts.shown.back().prompt.endsWith(QStringLiteral("The file was not found.")));
     EXPECT_TRUE(actions().recentFiles().paths().isEmpty());
 }
 

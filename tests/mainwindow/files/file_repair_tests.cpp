@@ -8,12 +8,12 @@ namespace {
 
 // GS reset with checksum 00 (should be 41), text "Hi" as it should be, display of page 5
 // with checksum 00 (should be 4B).
-const ByteArray kBroken = Hex(
-    "F0 41 10 42 12 40 00 7F 00 00 F7 F0 41 10 45 12 10 00 00 48 69 3F F7 "
-    "F0 41 10 45 12 10 20 00 05 00 F7");
-const ByteArray kFixed = Hex(
-    "F0 41 10 42 12 40 00 7F 00 41 F7 F0 41 10 45 12 10 00 00 48 69 3F F7 "
-    "F0 41 10 45 12 10 20 00 05 4B F7");
+const ByteArray kBroken =
+    Hex("F0 41 10 42 12 40 00 7F 00 00 F7 F0 41 10 45 12 10 00 00 48 69 3F F7 "
+        "F0 41 10 45 12 10 20 00 05 00 F7");
+const ByteArray kFixed =
+    Hex("F0 41 10 42 12 40 00 7F 00 41 F7 F0 41 10 45 12 10 00 00 48 69 3F F7 "
+        "F0 41 10 45 12 10 20 00 05 4B F7");
 
 struct RepairRow {
     const char* name;
@@ -45,10 +45,10 @@ TEST_P(RepairTest, ARepairedCopyAndWhereItChanged) {
     EXPECT_EQ(box.title, QStringLiteral("Checksums repaired"));
     EXPECT_EQ(box.icon, Prompts::Icon::Information);
     QStringList lines = box.prompt.split(QStringLiteral("\r\n"));
-    EXPECT_EQ(lines.mid(0, 5), (QStringList{QStringLiteral("2 messages were repaired in"),
-                                            QDir::toNativeSeparators(original),
-                                            QStringLiteral("and written to"),
-                                            QDir::toNativeSeparators(copy), QString()}));
+    EXPECT_EQ(lines.mid(0, 5),
+              (QStringList{QStringLiteral("2 messages were repaired in"),
+                           QDir::toNativeSeparators(original), QStringLiteral("and written to"),
+                           QDir::toNativeSeparators(copy), QString()}));
     QStringList report;
     for (const char* line : row.report) report << QLatin1String(line);
     EXPECT_EQ(lines.mid(5), report);
@@ -56,19 +56,25 @@ TEST_P(RepairTest, ARepairedCopyAndWhereItChanged) {
 
 INSTANTIATE_TEST_SUITE_P(
     Files, RepairTest,
-    ::testing::Values(
-        RepairRow{"Syx", "broken.syx", kBroken, kFixed,
-                  {"[offset 0] checksum at byte 9 changed from 00 to 41",
-                   "[offset 23] checksum at byte 32 changed from 00 to 4B"}},
-        // The second message stands in two packets, its checksum in the second, a second
-        // and a half in at 120 quarter notes a minute.
-        RepairRow{"MidiAcrossPackets", "song.mid",
-                  Smf(0, 96, {"00 F0 0A 41 10 42 12 40 00 7F 00 00 F7 "
-                              "82 20 F0 04 41 10 45 12 60 F7 06 10 20 00 05 00 F7 00 FF 2F 00"}),
-                  Smf(0, 96, {"00 F0 0A 41 10 42 12 40 00 7F 00 41 F7 "
-                              "82 20 F0 04 41 10 45 12 60 F7 06 10 20 00 05 4B F7 00 FF 2F 00"}),
-                  {"[00:00.000 track 1] checksum at byte 33 changed from 00 to 41",
-                   "[00:01.500 track 1] checksum at byte 50 changed from 00 to 4B"}}),
+    ::testing::Values(RepairRow{"Syx",
+                                "broken.syx",
+                                kBroken,
+                                kFixed,
+                                {"[offset 0] checksum at byte 9 changed from 00 to 41",
+                                 "[offset 23] checksum at byte 32 changed from 00 to 4B"}},
+                      // The second message stands in two packets, its checksum in the second, a
+                      // second and a half in at 120 quarter notes a minute.
+                      RepairRow{
+                          "MidiAcrossPackets",
+                          "song.mid",
+                          Smf(0, 96,
+                              {"00 F0 0A 41 10 42 12 40 00 7F 00 00 F7 "
+                               "82 20 F0 04 41 10 45 12 60 F7 06 10 20 00 05 00 F7 00 FF 2F 00"}),
+                          Smf(0, 96,
+                              {"00 F0 0A 41 10 42 12 40 00 7F 00 41 F7 "
+                               "82 20 F0 04 41 10 45 12 60 F7 06 10 20 00 05 4B F7 00 FF 2F 00"}),
+                          {"[00:00.000 track 1] checksum at byte 33 changed from 00 to 41",
+                           "[00:01.500 track 1] checksum at byte 50 changed from 00 to 4B"}}),
     [](const auto& info) { return std::string(info.param.name); });
 
 struct SameNameRow {

@@ -15,7 +15,9 @@
 namespace lumidot::testing {
 namespace {
 
-ByteArray Bytes(const std::string& spacedHex) { return Hex(spacedHex); }
+ByteArray Bytes(const std::string& spacedHex) {
+    return Hex(spacedHex);
+}
 
 struct PaneRow {
     const char* name;
@@ -53,7 +55,8 @@ void Decode(Ui::MainForm& form, FakePlatform& fake, const char* text) {
 INSTANTIATE_TEST_SUITE_P(
     Pane, ExportMessageTest,
     ::testing::Values(
-        PaneRow{"LcdText", [](auto&, auto& form, auto&) { Type(form, "Hi"); },
+        PaneRow{"LcdText",
+                [](auto&, auto& form, auto&) { Type(form, "Hi"); },
                 {MakeTextSysEx("Hi", "CP1252")}},
         PaneRow{"LcdTextInAnotherLayout",
                 [](auto&, auto& form, auto&) {
@@ -66,13 +69,12 @@ INSTANTIATE_TEST_SUITE_P(
                     QTest::mouseClick(form.cmdFDPageDisplay, Qt::LeftButton);
                 },
                 {MakeGraphicDisplaySysEx(0)}},
-        PaneRow{"StoredPage",
-                [](auto& window, auto&, auto&) { window.FDPixelMouseDown(17, 1); },
-                {[] {
-                    Page page{};
-                    page[17] = true;
-                    return MakeGraphicStoreSysEx(page, 1);
-                }()}},
+        PaneRow{
+            "StoredPage", [](auto& window, auto&, auto&) { window.FDPixelMouseDown(17, 1); }, {[] {
+                Page page{};
+                page[17] = true;
+                return MakeGraphicStoreSysEx(page, 1);
+            }()}},
         // The pane's lines after a run: the text message laid out, the invalid display as it
         // came, in the plain spaced form.
         PaneRow{"CleanedMessagesOfARun",
@@ -158,7 +160,8 @@ TEST_F(ExportPagesTest, AsMidiTheStoresThenDisplayPageOneAtLeastFortyMsApart) {
     double ourLast = -1, midoLast = -1;
     for (std::size_t i = 0; i < expected.size(); ++i) {
         EXPECT_EQ(HexOf(ours.messages[i].bytes), HexOf(expected[i])) << i;
-        EXPECT_EQ(mido[qsizetype(i)].section(QLatin1Char(' '), 1).toStdString(), HexOf(expected[i]));
+        EXPECT_EQ(mido[qsizetype(i)].section(QLatin1Char(' '), 1).toStdString(),
+                  HexOf(expected[i]));
         const double midoSeconds = mido[qsizetype(i)].section(QLatin1Char(' '), 0, 0).toDouble();
         if (i > 0) {
             // The pause comes after the previous message's bytes have left the cable.
@@ -209,7 +212,8 @@ TEST_F(FileMenuTest, ACancelledExportWritesNothing) {
     choose("actionExportMidi");
     choose("actionExportMessage");
     EXPECT_EQ(fake.files.asked.size(), 3u);
-    EXPECT_EQ(QDir(files.path()).entryList({QStringLiteral("*.syx"), QStringLiteral("*.mid")}, QDir::Files),
+    EXPECT_EQ(QDir(files.path())
+                  .entryList({QStringLiteral("*.syx"), QStringLiteral("*.mid")}, QDir::Files),
               QStringList{});
 }
 
