@@ -115,8 +115,9 @@ public:
     // window is closing and work should stop (and return false). The view follows once at
     // the end of work that finished. Returns what work returned.
     bool workOnModel(const std::function<bool(const std::function<bool()>& keepGoing)>& work);
-    // Lets the last results go; then shows these in the results window, modally.
+    // Lets the memory of the last results go, before new ones are made.
     void forgetDecodingResults();
+    // Shows these results in the results window, modally.
     void showDecodingResults(qint32 count, const QString& results);
 
     // --- files (storage/main_form_storage.cpp) ---
