@@ -64,8 +64,9 @@ start_app() {
   local folder=$1 binary=$2
   mkdir -p "$folder"
   cp "$binary" "$folder/lumidot"
-  # A data folder of its own: never the files of a real user of this machine.
-  XDG_DATA_HOME="$E2E_TMP/data" QT_QPA_PLATFORM=xcb "$folder/lumidot" >"$E2E_TMP/app.log" 2>&1 &
+  # Data and settings folders of its own: never the files of a real user of this machine.
+  XDG_DATA_HOME="$E2E_TMP/data" XDG_CONFIG_HOME="$E2E_TMP/config" QT_QPA_PLATFORM=xcb \
+    "$folder/lumidot" >"$E2E_TMP/app.log" 2>&1 &
   APP_PID=$!
   WINDOW=$(wait_window 'Lumidot by Tarrowen \(v')
   # Let the start-up finish painting and loading.
