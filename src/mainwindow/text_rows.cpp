@@ -393,20 +393,6 @@ qsizetype TextRows::positionAt(qsizetype row, qreal x) {
     return rowCaretEnd(row);
 }
 
-qsizetype TextRows::rowCaretEnd(qsizetype row) {
-    const qsizetype end = rowEnd(row);
-    if (end > rowStart(row) && !rowEndsLine(row) && text_.at(end - 1).isSpace()) return end - 1;
-    return end;
-}
-
-qsizetype TextRows::rowTextEnd(qsizetype row) {
-    const qsizetype start = rowStart(row);
-    qsizetype end = rowEnd(row);
-    if (rowEndsLine(row)) return end;
-    while (end > start && text_.at(end - 1).isSpace()) --end;
-    return end;
-}
-
 void TextRows::visibleClusters(qsizetype row, qreal fromX, qreal toX, std::vector<Cluster>& out) {
     out.clear();
     const Fixed from = static_cast<Fixed>(std::floor(fromX * kUnit));

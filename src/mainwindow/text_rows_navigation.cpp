@@ -1,4 +1,5 @@
-// Moving the caret through the text: by characters, over line breaks, and by words.
+// Moving the caret through the text: by characters, over line breaks, and by words, and
+// where a row's caret and text stop.
 #include <array>
 #include <string_view>
 
@@ -94,6 +95,20 @@ qsizetype TextRows::previousWordStart(qsizetype position) {
         while (at > start && KindOf(text_.at(at - 1)) == kind) --at;
     }
     return at;
+}
+
+qsizetype TextRows::rowCaretEnd(qsizetype row) {
+    const qsizetype end = rowEnd(row);
+    if (end > rowStart(row) && !rowEndsLine(row) && text_.at(end - 1).isSpace()) return end - 1;
+    return end;
+}
+
+qsizetype TextRows::rowTextEnd(qsizetype row) {
+    const qsizetype start = rowStart(row);
+    qsizetype end = rowEnd(row);
+    if (rowEndsLine(row)) return end;
+    while (end > start && text_.at(end - 1).isSpace()) --end;
+    return end;
 }
 
 }  // namespace lumidot
