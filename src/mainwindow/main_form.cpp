@@ -14,8 +14,8 @@
 #include "decode/frm_decoded.h"
 #include "mainwindow/clipboard_access.h"
 #include "mainwindow/look.h"
+#include "mainwindow/midi_menu.h"
 #include "mainwindow/program_menus.h"
-#include "mainwindow/look.h"
 #include "mainwindow/text_box_keys.h"
 #include "storage/storage_session.h"
 #include "ui_main_form.h"
@@ -84,6 +84,7 @@ MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent,
     connectOutput();
     connectGraphicEditor();
     menus_ = AddProgramMenus(*this);
+    midi_ = std::make_unique<MidiMenu>(*this);
     setUpKeyboardAndMouse();
 }
 

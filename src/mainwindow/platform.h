@@ -1,8 +1,13 @@
 // The narrow seams between the program and what tests cannot drive for real: message
-// boxes and modal dialogs, the system clipboard, and the pause between clipboard attempts.
+// boxes and modal dialogs, the system clipboard, the pause between clipboard attempts, and
+// the MIDI output port.
 #pragma once
 
 #include <QString>
+#include <functional>
+#include <memory>
+
+#include "device/midi_port.h"
 
 class QDialog;
 class QWidget;
@@ -43,6 +48,9 @@ struct Platform {
     Prompts& prompts;
     Clipboard& clipboard;
     Sleeper& sleeper;
+    // Makes the MIDI output port, once the window first needs one. Empty: the port of the
+    // MIDI system that LUMIDOT_MIDI_API asks for (the ALSA sequencer, or JACK).
+    std::function<std::unique_ptr<device::OutputPort>()> midiPort = {};
 };
 
 // The production implementations: QMessageBox, QDialog::exec, QClipboard, a real sleep.
