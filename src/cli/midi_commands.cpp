@@ -180,8 +180,10 @@ int Send(const Options& options) {
     sender.setGap(options.gapMs);
 
     // A MIDI file's messages wait for their moment; the pause after the one before is the
-    // least between two, so a message may go later than its file says, never sooner.
-    const auto start = std::chrono::steady_clock::now();
+    // least between two, so a message may go later than its file says, never sooner. A port
+    // just opened holds its first message back by a whole pause, so the file's time 0 is
+    // then: its first two messages keep the distance the file gives them.
+    const auto start = std::chrono::steady_clock::now() + std::chrono::milliseconds(options.gapMs);
     device::Micros longest = 10s + std::chrono::milliseconds(options.gapMs) *
                                        static_cast<device::Micros::rep>(outgoing.size());
     for (Outgoing& message : outgoing) {
