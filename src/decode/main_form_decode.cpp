@@ -1,5 +1,6 @@
 // A decoding run: the clipboard's text, read in the user's layout, cut into messages,
 // each described and taken over into the window, the cleaned messages left in the pane.
+// Opening a file goes through the same work on the model and the same results window.
 #include <QCoreApplication>
 #include <QElapsedTimer>
 
@@ -60,15 +61,21 @@ void MainForm::cmdSysExDecode_Click() {
         return;
     }
 
-    // The last run's results are not needed any more: let their memory go before this run's.
-    if (decoded_) decoded_->SetAllText(0, QString());
+    forgetDecodingResults();
+    const bool finished = workOnModel(
+        [&](const std::function<bool()>& keepGoing) { return run.describeAll(keepGoing); });
+    if (!finished) return;
+    showDecodingResults(run.count(), run.results());
+}
+
+bool MainForm::workOnModel(const std::function<bool(const std::function<bool()>&)>& work) {
     // The messages are taken over into the model alone; the widgets follow once at the end.
-    // Meanwhile the window keeps repainting and a signal to close is honoured: the run stops
+    // Meanwhile the window keeps repainting and a signal to close is honoured: the work stops
     // there and the pages are saved as far as it got.
     viewHeld_ = true;
     QElapsedTimer sinceEvents;
     sinceEvents.start();
-    const bool finished = run.describeAll([&] {
+    const bool finished = work([&] {
         if (sinceEvents.elapsed() >= longestEventPauseMs_) {
             QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
             sinceEvents.restart();
@@ -76,11 +83,18 @@ void MainForm::cmdSysExDecode_Click() {
         return !closing_;
     });
     viewHeld_ = false;
-    if (!finished) return;
-    refreshView();
+    if (finished) refreshView();
+    return finished;
+}
 
+void MainForm::forgetDecodingResults() {
+    // The last results are not needed any more: let their memory go before the next ones'.
+    if (decoded_) decoded_->SetAllText(0, QString());
+}
+
+void MainForm::showDecodingResults(qint32 count, const QString& results) {
     if (!decoded_) decoded_ = std::make_unique<frmDecoded>(this, platform_);
-    decoded_->SetAllText(run.count(), run.results());
+    decoded_->SetAllText(count, results);
     platform_.prompts.runModal(*decoded_);
 }
 

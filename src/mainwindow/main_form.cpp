@@ -13,6 +13,7 @@
 #include "codec/code_page.h"
 #include "decode/frm_decoded.h"
 #include "mainwindow/clipboard_access.h"
+#include "mainwindow/file_actions.h"
 #include "mainwindow/look.h"
 #include "mainwindow/midi_menu.h"
 #include "mainwindow/program_menus.h"
@@ -84,6 +85,7 @@ MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent,
     connectOutput();
     connectGraphicEditor();
     menus_ = AddProgramMenus(*this);
+    new FileActions(*this);
     midi_ = std::make_unique<MidiMenu>(*this);
     setUpKeyboardAndMouse();
 }

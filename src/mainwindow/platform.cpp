@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDialog>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QThread>
@@ -90,5 +91,25 @@ bool SystemClipboard::setText(const QString& text) {
 }
 
 void ThreadSleeper::sleepMs(int milliseconds) { QThread::msleep(milliseconds); }
+
+QString QtFileDialogs::askPath(QWidget* parent, const FileQuestion& question) {
+    const bool save = question.kind == FileQuestion::Kind::Save;
+    QFileDialog dialog(parent, question.title);
+    dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    // Replacing a file is confirmed by the program itself, in words that fit the case.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, true);
+    dialog.setNameFilters(question.filters);
+    dialog.setDefaultSuffix(question.defaultSuffix);
+    const QFileInfo start(question.start);
+    if (save && !start.isDir()) {
+        dialog.setDirectory(start.absolutePath());
+        dialog.selectFile(start.fileName());
+    } else if (!question.start.isEmpty()) {
+        dialog.setDirectory(question.start);
+    }
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    return dialog.selectedFiles().constFirst();
+}
 
 }  // namespace lumidot

@@ -1,9 +1,10 @@
 // The narrow seams between the program and what tests cannot drive for real: message
-// boxes and modal dialogs, the system clipboard, the pause between clipboard attempts, and
-// the MIDI output port.
+// boxes and modal dialogs, the file dialogs, the system clipboard, the pause between
+// clipboard attempts, and the MIDI output port.
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <memory>
 
@@ -44,16 +45,39 @@ public:
     virtual void sleepMs(int milliseconds) = 0;
 };
 
+// What a file dialog asks the user for.
+struct FileQuestion {
+    enum class Kind { Open, Save };
+    Kind kind = Kind::Open;
+    QString title;
+    // The folder to show, or (to save) the suggested file's whole path.
+    QString start;
+    // Name filters such as "MIDI files (*.mid *.midi)"; the first is chosen at first.
+    QStringList filters;
+    // To save: the extension (without its dot) given to a name typed without one.
+    QString defaultSuffix;
+};
+
+class FileDialogs {
+public:
+    virtual ~FileDialogs() = default;
+    // Asks for a path and returns it, or empty text when the user cancels. A dialog that
+    // saves asks nothing about a file that exists already: its caller does.
+    virtual QString askPath(QWidget* parent, const FileQuestion& question) = 0;
+};
+
 struct Platform {
     Prompts& prompts;
     Clipboard& clipboard;
     Sleeper& sleeper;
+    FileDialogs& files;
     // Makes the MIDI output port, once the window first needs one. Empty: the port of the
     // MIDI system that LUMIDOT_MIDI_API asks for (the ALSA sequencer, or JACK).
     std::function<std::unique_ptr<device::OutputPort>()> midiPort = {};
 };
 
-// The production implementations: QMessageBox, QDialog::exec, QClipboard, a real sleep.
+// The production implementations: QMessageBox, QDialog::exec, QClipboard, a real sleep,
+// QFileDialog.
 class QtPrompts : public Prompts {
 public:
     Answer showMessage(QWidget* parent, const QString& title, const QString& prompt, Icon icon,
@@ -72,6 +96,12 @@ public:
 class ThreadSleeper : public Sleeper {
 public:
     void sleepMs(int milliseconds) override;
+};
+
+// QFileDialog: the desktop's own dialog where the platform has one, Qt's otherwise.
+class QtFileDialogs : public FileDialogs {
+public:
+    QString askPath(QWidget* parent, const FileQuestion& question) override;
 };
 
 }  // namespace lumidot

@@ -1,5 +1,5 @@
-// Fakes for the program's seams: message boxes answered as scripted, a clipboard that
-// fails on demand, and a sleeper that only counts.
+// Fakes for the program's seams: message boxes and file dialogs answered as scripted, a
+// clipboard that fails on demand, and a sleeper that only counts.
 #pragma once
 
 #include <QDialog>
@@ -82,12 +82,29 @@ public:
     void sleepMs(int ms) override { sleeps.push_back(ms); }
 };
 
-// The three fakes together, ready to hand to the program as its platform.
+// File dialogs answered as scripted: each question takes the next path (empty text is a
+// cancel, and so is a question with no answer left).
+class FakeFileDialogs : public FileDialogs {
+public:
+    std::vector<FileQuestion> asked;
+    std::deque<QString> paths;
+
+    QString askPath(QWidget*, const FileQuestion& question) override {
+        asked.push_back(question);
+        if (paths.empty()) return {};
+        QString path = paths.front();
+        paths.pop_front();
+        return path;
+    }
+};
+
+// The fakes together, ready to hand to the program as its platform.
 struct FakePlatform {
     FakePrompts prompts;
     FakeClipboard clipboard;
     CountingSleeper sleeper;
-    Platform platform{prompts, clipboard, sleeper};
+    FakeFileDialogs files;
+    Platform platform{prompts, clipboard, sleeper, files};
 };
 
 }  // namespace lumidot::testing
