@@ -49,10 +49,13 @@ fuzz: deps
 	cmake -S . -B $(BUILD)-fuzz $(CLANG) -DLUMIDOT_FUZZ=ON -DLUMIDOT_FUZZ_SECONDS=$(FUZZ_SECONDS) $(CMAKE_FLAGS)
 	cmake --build $(BUILD)-fuzz -j $(JOBS) --target run_fuzzers
 
-# Pictures of the running window under Xvfb: as it starts, and with a drawing.
+# Pictures of the running window under Xvfb: as it starts, with a drawing, and with the MIDI
+# menu open over a private JACK server and its receiver.
 screenshot: build
 	tests/e2e/screenshot.sh $(BUILD)/lumidot docs/screenshot.png
 	tests/e2e/screenshot.sh $(BUILD)/lumidot docs/screenshot-drawing.png draw
+	tests/device/run_with_jack.sh bash -c '$(BUILD)/jack_receiver lumidot-receiver /dev/null & \
+	  sleep 1; tests/e2e/screenshot.sh $(BUILD)/lumidot docs/screenshot-midi.png midi; kill $$!'
 
 clean:
 	rm -rf $(BUILD) $(SANITIZE) $(BUILD)-fuzz

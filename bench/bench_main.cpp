@@ -25,6 +25,8 @@
 
 // bench_clipboard.cpp: needs a real X server rather than the offscreen platform.
 int RunClipboardBench(int argc, char** argv);
+// bench_live.cpp: painting with live sending off and on.
+void RunLiveSendingBenchmark(lumidot::Platform platform);
 
 int main(int argc, char** argv) {
     // Each figure as soon as it is measured, also into a pipe.
@@ -50,6 +52,11 @@ int main(int argc, char** argv) {
     // "bench files" measures only reading and describing a MIDI file, for profiling.
     if (argc > 1 && QByteArray(argv[1]) == "files") {
         RunFileBenchmarks(folder.path());
+        return 0;
+    }
+    // "bench live" measures only painting with live sending.
+    if (argc > 1 && QByteArray(argv[1]) == "live") {
+        RunLiveSendingBenchmark(platform);
         return 0;
     }
     // "bench decode" measures only the decoding, for profiling.
@@ -122,6 +129,7 @@ int main(int argc, char** argv) {
     RunDecodingBenchmarks(folder.path());
     if (!onlyDecoding) RunPaneBench(argv[0]);
     if (!onlyDecoding) RunDeviceBenchmarks();
+    if (!onlyDecoding) RunLiveSendingBenchmark(platform);
     if (!onlyDecoding) RunFileBenchmarks(folder.path());
     return 0;
 }

@@ -4,6 +4,10 @@
 #include <QByteArray>
 #include <QString>
 #include <optional>
+#include <vector>
+
+#include "decode/hex_digits.h"
+#include "files/file_problem.h"
 
 namespace lumidot::cli {
 
@@ -23,5 +27,13 @@ void PrintOut(const QString& text);
 
 // "lumidot-cli: " and the text, as one line on standard error.
 void PrintError(const QString& text);
+
+// Why hex text holds no messages to read, in the words of the window's refusals.
+QString HexRefusal(HexCheck check);
+
+// Reports every problem of the file called name on standard error, one line each with its
+// offset; true when there were any.
+bool ReportProblems(const QString& name, const std::vector<FileProblem>& problems,
+                    const std::optional<FileProblem>& error);
 
 }  // namespace lumidot::cli

@@ -17,7 +17,13 @@ constexpr CommandName kCommands[] = {
     {"store", Command::Store, 2, 2, "store PAGE PICTURE"},
     {"describe", Command::Describe, 0, 1, "describe [FILE|-]"},
     {"repair", Command::Repair, 2, 2, "repair IN OUT"},
+    {"ports", Command::Ports, 0, 0, "ports"},
+    {"send", Command::Send, 1, 1, "send FILE|-"},
 };
+
+// The pause the module needs at the least, and the longest worth waiting.
+constexpr int kLeastGapMs = 20;
+constexpr int kMostGapMs = 500;
 
 constexpr char kSynopsis[] = "see lumidot-cli --help";
 
@@ -75,6 +81,7 @@ std::variant<Options, UsageError> ParseCommandLine(const QStringList& arguments)
     UsageError error;
     QStringList positional;
     bool optionsEnded = false;
+    bool gapGiven = false;
     for (qsizetype i = 1; i < arguments.size(); ++i) {
         const QString& argument = arguments[i];
         if (optionsEnded || !argument.startsWith(QLatin1Char('-')) ||
@@ -109,7 +116,8 @@ std::variant<Options, UsageError> ParseCommandLine(const QStringList& arguments)
         }
         static const QStringList kValued = {
             QStringLiteral("--layout"),    QStringLiteral("--prefix"), QStringLiteral("--suffix"),
-            QStringLiteral("--separator"), QStringLiteral("-o"),       QStringLiteral("--output")};
+            QStringLiteral("--separator"), QStringLiteral("-o"),       QStringLiteral("--output"),
+            QStringLiteral("--api"),       QStringLiteral("--port"),   QStringLiteral("--gap")};
         if (!kValued.contains(name)) {
             return Usage(QStringLiteral("unknown option %1").arg(name));
         }
@@ -127,6 +135,23 @@ std::variant<Options, UsageError> ParseCommandLine(const QStringList& arguments)
             ok = SetLayoutText(options.layout.suffix, value, "suffix", error);
         } else if (name == QLatin1String("--separator")) {
             ok = SetLayoutText(options.layout.separator, value, "separator", error);
+        } else if (name == QLatin1String("--api")) {
+            options.api = value.toLower();
+            if (options.api != QLatin1String("alsa") && options.api != QLatin1String("jack")) {
+                return Usage(QStringLiteral("--api takes alsa or jack, not \"%1\"").arg(value));
+            }
+        } else if (name == QLatin1String("--port")) {
+            options.port = value;
+            if (value.isEmpty()) return Usage(QStringLiteral("--port needs a port's name"));
+        } else if (name == QLatin1String("--gap")) {
+            gapGiven = true;
+            options.gapMs = value.toInt(&ok);
+            if (!ok || options.gapMs < kLeastGapMs || options.gapMs > kMostGapMs) {
+                return Usage(QStringLiteral("--gap takes milliseconds from %1 to %2, not \"%3\"")
+                                 .arg(kLeastGapMs)
+                                 .arg(kMostGapMs)
+                                 .arg(value));
+            }
         } else {
             options.output = value;
         }
@@ -152,8 +177,16 @@ std::variant<Options, UsageError> ParseCommandLine(const QStringList& arguments)
         }
     }
     if (!options.output.isEmpty() &&
-        (options.command == Command::Describe || options.command == Command::Repair)) {
+        (options.command == Command::Describe || options.command == Command::Repair ||
+         options.command == Command::Ports || options.command == Command::Send)) {
         return Usage(QStringLiteral("-o goes with text, display and store"));
+    }
+    const bool midi = options.command == Command::Ports || options.command == Command::Send;
+    if (!options.api.isEmpty() && !midi) {
+        return Usage(QStringLiteral("--api goes with ports and send"));
+    }
+    if (options.command != Command::Send && (!options.port.isEmpty() || gapGiven)) {
+        return Usage(QStringLiteral("--port and --gap go with send"));
     }
     return options;
 }

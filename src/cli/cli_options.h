@@ -14,7 +14,7 @@ constexpr int kSuccess = 0;
 constexpr int kBadInput = 1;
 constexpr int kUsageError = 2;
 
-enum class Command { Help, Version, Text, Display, Store, Describe, Repair };
+enum class Command { Help, Version, Text, Display, Store, Describe, Repair, Ports, Send };
 
 struct Options {
     Command command = Command::Help;
@@ -23,6 +23,11 @@ struct Options {
     QString output;         // -o: a file instead of standard output
     bool json = false;
     int page = 0;  // display (0 for none) and store
+    // ports and send: the MIDI system ("alsa" or "jack"; empty for the one LUMIDOT_MIDI_API
+    // or the default gives), the port, and the least pause after each message.
+    QString api;
+    QString port;
+    int gapMs = 40;
 };
 
 struct UsageError {

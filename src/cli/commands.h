@@ -17,4 +17,11 @@ int Describe(const Options& options, const std::string& codePage);
 // repair: a file copied with its GS checksums put right.
 int Repair(const Options& options);
 
+// ports: the MIDI output ports, one a line.
+int Ports(const Options& options);
+
+// send: every message of a file to a MIDI port, paced for the module; returns once the last
+// one is out.
+int Send(const Options& options);
+
 }  // namespace lumidot::cli

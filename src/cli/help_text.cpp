@@ -13,13 +13,16 @@ SYNOPSIS
     lumidot-cli [OPTIONS] store PAGE PICTURE
     lumidot-cli [OPTIONS] describe [FILE|-]
     lumidot-cli [OPTIONS] repair IN OUT
+    lumidot-cli ports [--api alsa|jack]
+    lumidot-cli send [--api alsa|jack] [--port NAME] [--gap MS] FILE|-
     lumidot-cli --help | --version
 
 DESCRIPTION
     Writes the GS System Exclusive messages that put a line of text or a
     16 x 16 dot picture on the module's LCD, as hex text, as a .syx file or as
-    a Standard MIDI File, and explains the messages in such files in the same
-    words as Lumidot's "Read from clipboard".
+    a Standard MIDI File, explains the messages in such files in the same
+    words as Lumidot's "Read from clipboard", and sends them to the module
+    through a MIDI output port.
 
 COMMANDS
     text TEXT
@@ -47,6 +50,18 @@ COMMANDS
         Roland GS data-set message put right, and lists each one changed.
         Nothing else in the file changes.
 
+    ports
+        Lists the MIDI output ports, one a line, as send takes their names.
+
+    send FILE|-
+        Sends every message of FILE (- for standard input) to a MIDI output
+        port, in order, and ends when the last one is out: a .syx file, a MIDI
+        file (each message at its time in the file) or hex text laid out as
+        the layout options say. After each message comes a pause of at least
+        --gap milliseconds, which the module needs to take it in; a message
+        of a MIDI file goes at its time or after that pause, whichever is
+        later. Prints how many messages went to which port.
+
 OPTIONS
     --layout PREFIX,SUFFIX,SEPARATOR
         How hex text is laid out, as in Lumidot's window: PREFIX before each
@@ -66,6 +81,20 @@ OPTIONS
     --json
         describe and repair print one JSON document instead of lines.
 
+    --api alsa|jack
+        The MIDI system of ports and send: the ALSA sequencer or a JACK
+        server. The default is LUMIDOT_MIDI_API, or else ALSA when it can be
+        reached and JACK when not.
+
+    --port NAME
+        The port send sends to, as ports lists it (ALSA's client and port
+        numbers may differ). The default is the port chosen in Lumidot's MIDI
+        menu.
+
+    --gap MS
+        The least pause after each message send sends, in milliseconds from
+        20 to 500. The default is 40.
+
     -h, --help
         Prints this page.
 
@@ -75,7 +104,17 @@ EXIT STATUS
         text that does not fit. Each problem is one line on standard error
         that says what and where. What could be read of a damaged file is
         still described or repaired.
+        For ports and send also: no MIDI system, no port of the name given,
+        or a port that goes away while messages are sent.
     2   usage error: an unknown command or option, a missing argument.
+
+ENVIRONMENT
+    LUMIDOT_MIDI_API
+        alsa or jack: the MIDI system when --api does not say.
+    LUMIDOT_MIDI_LOG
+        A file to which every message sent is added as a line: the moment it
+        was handed to the MIDI system (microseconds of the system's
+        monotonic clock) and its bytes in hex.
 
 EXAMPLES
     lumidot-cli text "Hello"
@@ -83,6 +122,8 @@ EXAMPLES
     lumidot-cli store 1 heart.txt -o heart.mid
     lumidot-cli describe song.mid
     lumidot-cli repair song.mid fixed.mid
+    lumidot-cli ports
+    lumidot-cli send --port "SC-88Pro" heart.syx
 )");
 }
 

@@ -32,41 +32,9 @@ const char* KindName(FileKind kind) {
     return "";
 }
 
-// Why hex text holds no messages to read, in the words of the window's refusals.
-QString HexRefusal(HexCheck check) {
-    switch (check) {
-        case HexCheck::TooShort:
-            return QStringLiteral(
-                "there is no SysEx message in it (or it is too short to be a "
-                "valid message)");
-        case HexCheck::NotHex:
-            return QStringLiteral(
-                "a character that is not a hex digit stands where the layout "
-                "puts one (see --prefix, --suffix and --separator)");
-        case HexCheck::NotSysEx:
-            return QStringLiteral("SysEx messages must begin with F0 and end with F7");
-        case HexCheck::Ok:
-            break;
-    }
-    return QString();
-}
-
 QJsonObject ProblemJson(const FileProblem& problem) {
     return {{QStringLiteral("offset"), static_cast<qint64>(problem.offset)},
             {QStringLiteral("problem"), QString::fromStdString(problem.text)}};
-}
-
-// Reports every problem on standard error, one line each; true when there were any.
-bool ReportProblems(const QString& name, const std::vector<FileProblem>& problems,
-                    const std::optional<FileProblem>& error) {
-    for (const FileProblem& problem : problems) {
-        PrintError(QStringLiteral("%1: offset %2: %3")
-                       .arg(name)
-                       .arg(static_cast<qulonglong>(problem.offset))
-                       .arg(QString::fromStdString(problem.text)));
-    }
-    if (error) ReportProblems(name, {*error}, std::nullopt);
-    return !problems.empty() || error.has_value();
 }
 
 void AddProblems(QJsonObject& json, const std::vector<FileProblem>& problems,

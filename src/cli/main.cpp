@@ -10,6 +10,8 @@
 int main(int argc, char** argv) {
     // Qt Core alone: the arguments in the locale's encoding, files, JSON; no display needed.
     QCoreApplication app(argc, argv);
+    // The preferences are the window's: send goes to the port chosen in its MIDI menu.
+    QCoreApplication::setApplicationName(QStringLiteral("Lumidot"));
     using namespace lumidot::cli;
     const auto parsed = ParseCommandLine(QCoreApplication::arguments());
     if (const auto* usage = std::get_if<UsageError>(&parsed)) {
@@ -34,6 +36,10 @@ int main(int argc, char** argv) {
             return Describe(options, codePage);
         case Command::Repair:
             return Repair(options);
+        case Command::Ports:
+            return Ports(options);
+        case Command::Send:
+            return Send(options);
     }
     return kUsageError;
 }

@@ -87,13 +87,13 @@ void MidiSender::close() {
     });
 }
 
-void MidiSender::send(Bytes message) {
+void MidiSender::send(Bytes message, Queueing queueing) {
     if (!accepting_.load(std::memory_order_relaxed)) return;
     bool wasEmpty;
     {
         Lock lock(mutex_);
         if (!open_ || lost_) return;
-        wasEmpty = queue_.push(std::move(message));
+        wasEmpty = queue_.push(std::move(message), queueing == Queueing::LatestWins);
     }
     // A worker with messages queued is already waiting for the first one's turn, and a
     // newer message never makes that turn come sooner.

@@ -56,8 +56,13 @@ public:
     std::future<Problem> open(std::string name);
     void close();
 
+    // LatestWins: a newer message for the same address replaces this one while it waits (the
+    // window's live output). Every: the message goes out whatever follows it (a file, the
+    // pages sent on request).
+    enum class Queueing { LatestWins, Every };
+
     // Queues a message for the open port; dropped when no port is open or it was lost.
-    void send(Bytes message);
+    void send(Bytes message, Queueing queueing = Queueing::LatestWins);
 
     // The pause after each message, clamped to 20..500 ms.
     void setGap(int milliseconds);

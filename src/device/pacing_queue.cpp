@@ -16,9 +16,9 @@ std::optional<std::uint64_t> ReplacementKey(const Bytes& message) {
     return key;
 }
 
-bool PacingQueue::push(Bytes message) {
+bool PacingQueue::push(Bytes message, bool replaceable) {
     const bool wasEmpty = entries_.empty();
-    auto key = ReplacementKey(message);
+    auto key = replaceable ? ReplacementKey(message) : std::nullopt;
     if (key) {
         // At most one queued message has any key, as each push keeps it so.
         auto older = std::find_if(entries_.begin(), entries_.end(),

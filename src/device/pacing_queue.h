@@ -49,8 +49,10 @@ public:
     int gapMs() const { return static_cast<int>(gap_.count() / 1000); }
 
     // Queues a message at the end. A queued message it replaces is dropped, so the module
-    // ends up as the whole sequence would leave it, and sooner. True when the queue was empty.
-    bool push(Bytes message);
+    // ends up as the whole sequence would leave it, and sooner. A message that is not
+    // replaceable (one of a file or a list the user sends) neither replaces nor is replaced.
+    // True when the queue was empty.
+    bool push(Bytes message, bool replaceable = true);
 
     bool empty() const { return entries_.empty(); }
     std::size_t size() const { return entries_.size(); }

@@ -1,10 +1,15 @@
 #include "device/rtmidi_port.h"
 
 #include <RtMidi.h>
+#include <alsa/asoundlib.h>
+#include <jack/jack.h>
 
 #include <algorithm>
 #include <cctype>
 #include <cstdlib>
+#include <iostream>
+#include <mutex>
+#include <sstream>
 #include <vector>
 
 namespace lumidot::device {
@@ -15,6 +20,39 @@ namespace {
 // port reads what it said after each call.
 void KeepError(RtMidiError::Type, const std::string& text, void* error) {
     *static_cast<std::string*>(error) = text;
+}
+
+// ALSA and JACK print their own complaints on standard error (a missing sequencer, a server
+// that is not running: half a dozen lines each time a port is looked for). We report every
+// problem ourselves, once and in our words, so theirs are kept quiet.
+void IgnoreAlsa(const char*, int, const char*, int, const char*, ...) {}
+void IgnoreJack(const char*) {}
+
+void QuietenMidiLibraries() {
+    static std::once_flag once;
+    std::call_once(once, [] {
+        snd_lib_error_set_handler(&IgnoreAlsa);
+        jack_set_error_function(&IgnoreJack);
+        jack_set_info_function(&IgnoreJack);
+    });
+}
+
+// RtMidi warns on std::cerr while it is being set up, before an error callback can be given
+// to it; the same trouble comes back through the callback at the first real call, so the
+// warning is dropped. Nothing else in the program writes to std::cerr, so borrowing it for
+// the moment disturbs nobody.
+std::unique_ptr<RtMidiOut> MakeRtMidiOut(RtMidi::Api api, const std::string& clientName) {
+    std::ostringstream dropped;
+    std::streambuf* const cerr = std::cerr.rdbuf(dropped.rdbuf());
+    std::unique_ptr<RtMidiOut> out;
+    try {
+        out = std::make_unique<RtMidiOut>(api, clientName);
+    } catch (...) {
+        std::cerr.rdbuf(cerr);
+        throw;
+    }
+    std::cerr.rdbuf(cerr);
+    return out;
 }
 
 RtMidi::Api ToRtMidi(MidiApi api) {
@@ -60,7 +98,9 @@ bool SamePort(std::string_view listed, std::string_view wanted) {
 }
 
 RtMidiPort::RtMidiPort(MidiApi api, std::string clientName)
-    : api_(api), clientName_(std::move(clientName)) {}
+    : api_(api), clientName_(std::move(clientName)) {
+    QuietenMidiLibraries();
+}
 
 RtMidiPort::~RtMidiPort() {
     close();
@@ -73,7 +113,7 @@ Problem RtMidiPort::connect() {
     std::string reason;
     for (MidiApi api : tries) {
         try {
-            out_ = std::make_unique<RtMidiOut>(ToRtMidi(api), clientName_);
+            out_ = MakeRtMidiOut(ToRtMidi(api), clientName_);
             out_->setErrorCallback(&KeepError, &error_);
             return {};
         } catch (const RtMidiError& e) {

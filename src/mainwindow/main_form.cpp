@@ -15,8 +15,8 @@
 #include "mainwindow/clipboard_access.h"
 #include "mainwindow/file_actions.h"
 #include "mainwindow/look.h"
+#include "mainwindow/midi_menu.h"
 #include "mainwindow/program_menus.h"
-#include "mainwindow/look.h"
 #include "mainwindow/text_box_keys.h"
 #include "storage/storage_session.h"
 #include "ui_main_form.h"
@@ -86,6 +86,7 @@ MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent,
     connectGraphicEditor();
     menus_ = AddProgramMenus(*this);
     new FileActions(*this);
+    midi_ = std::make_unique<MidiMenu>(*this);
     setUpKeyboardAndMouse();
 }
 

@@ -34,6 +34,7 @@ class MainForm;
 namespace lumidot {
 
 class frmDecoded;
+class MidiMenu;
 class StorageSession;
 
 class MainForm : public QWidget {
@@ -58,6 +59,7 @@ public:
     Platform& platform() { return platform_; }
     WindowModel& model() { return model_; }
     const WindowModel& model() const { return model_; }
+    MidiMenu& midi() { return *midi_; }
 
     // --- graphic pages (editor/main_form_graphics.cpp) ---
     const Page& FDPixels() const { return model_.pages().pixels(); }
@@ -171,6 +173,7 @@ private:
     std::unique_ptr<StorageSession> storage_;  // from the load on: where the files go
     bool closing_ = false;
     qint64 longestEventPauseMs_ = 40;
+    std::unique_ptr<MidiMenu> midi_;  // last: it stops listening to the model as it goes
 };
 
 }  // namespace lumidot

@@ -1,10 +1,14 @@
 // The narrow seams between the program and what tests cannot drive for real: message
-// boxes and modal dialogs, the file dialogs, the system clipboard, and the pause between
-// clipboard attempts.
+// boxes and modal dialogs, the file dialogs, the system clipboard, the pause between
+// clipboard attempts, and the MIDI output port.
 #pragma once
 
 #include <QString>
 #include <QStringList>
+#include <functional>
+#include <memory>
+
+#include "device/midi_port.h"
 
 class QDialog;
 class QWidget;
@@ -67,6 +71,9 @@ struct Platform {
     Clipboard& clipboard;
     Sleeper& sleeper;
     FileDialogs& files;
+    // Makes the MIDI output port, once the window first needs one. Empty: the port of the
+    // MIDI system that LUMIDOT_MIDI_API asks for (the ALSA sequencer, or JACK).
+    std::function<std::unique_ptr<device::OutputPort>()> midiPort = {};
 };
 
 // The production implementations: QMessageBox, QDialog::exec, QClipboard, a real sleep,

@@ -53,22 +53,23 @@ const QString& WindowModel::pane() const {
     return pane_;
 }
 
-QString WindowModel::Build(const Regenerated& output, const std::string& codePage) {
+std::string WindowModel::Message(const Regenerated& output, const std::string& codePage) {
     const auto page = static_cast<std::uint8_t>(output.page);
-    std::string message;
     switch (output.mode) {
         case OutputMode::Store:
-            message = MakeGraphicStoreSysEx(output.pixels, page);
-            break;
+            return MakeGraphicStoreSysEx(output.pixels, page);
         case OutputMode::Display:
-            message = MakeGraphicDisplaySysEx(page);
-            break;
+            return MakeGraphicDisplaySysEx(page);
         case OutputMode::Text:
-            message = MakeTextSysEx(output.lcdText.toStdString(), codePage);
-            break;
+            return MakeTextSysEx(output.lcdText.toStdString(), codePage);
         case OutputMode::None:
             break;
     }
+    return {};
+}
+
+QString WindowModel::Build(const Regenerated& output, const std::string& codePage) {
+    const std::string message = Message(output, codePage);
     const QString spacedHex =
         QString::fromLatin1(message.data(), static_cast<qsizetype>(message.size()));
     return output.skipLayout ? spacedHex : LayOutBytes(spacedHex, output.layout);
@@ -79,12 +80,20 @@ void WindowModel::regenerate() {
     regenerated_ =
         Regenerated{mode_, pages_.current(), pages_.pixels(), lcdText_, layout_, skipOutputLayout_};
     ++paneVersion_;
+    if (messageListener_) handOver(Message(*regenerated_, codePage_));
     if (copyAuto_ && copier_) copier_(pane());
 }
 
 void WindowModel::writeOutput(const QString& spacedHex) {
     writePane(skipOutputLayout_ ? spacedHex : LayOutBytes(spacedHex, layout_));
     if (copyAuto_ && copier_) copier_(pane_);
+}
+
+void WindowModel::handOver(const std::string& message) const {
+    ByteArray bytes;
+    bytes.reserve(message.size() / 3 + 1);
+    HexTextToBytes(message, bytes);
+    messageListener_(std::move(bytes));
 }
 
 void WindowModel::writePane(const QString& text) {
@@ -139,7 +148,9 @@ void WindowModel::displayNoPage() {
     selectMode(OutputMode::Display);
     // Page 0 shows no page at all. The display mode stays selected, so the next
     // regeneration replaces this with the selected page's display message.
-    writeOutput(QString::fromStdString(MakeGraphicDisplaySysEx(0)));
+    const std::string message = MakeGraphicDisplaySysEx(0);
+    writeOutput(QString::fromStdString(message));
+    if (messageListener_) handOver(message);
 }
 
 }  // namespace lumidot

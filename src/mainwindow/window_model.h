@@ -13,6 +13,7 @@
 #include <optional>
 #include <string>
 
+#include "codec/gs_message.h"
 #include "pages/page_model.h"
 
 namespace lumidot {
@@ -53,6 +54,13 @@ public:
 
     // Receives the pane's text at every automatic copy.
     void setCopier(std::function<void(const QString&)> copier) { copier_ = std::move(copier); }
+    // Receives, while set, the message of every regeneration and of "display no page" as
+    // bytes: the window's own message, before any layout. Text written into the pane from
+    // elsewhere (a decoding result) is not handed over: its messages were regenerated one by
+    // one as they were taken over.
+    void setMessageListener(std::function<void(ByteArray)> listener) {
+        messageListener_ = std::move(listener);
+    }
     void setCopyAuto(bool on) { copyAuto_ = on; }
     void setSkipOutputLayout(bool skip) { skipOutputLayout_ = skip; }
 
@@ -105,7 +113,9 @@ private:
         ByteLayout layout;
         bool skipLayout;
     };
+    static std::string Message(const Regenerated& output, const std::string& codePage);
     static QString Build(const Regenerated& output, const std::string& codePage);
+    void handOver(const std::string& message) const;
     void setLayoutText(QString& field, const QString& text);
 
     PageModel pages_;
@@ -119,6 +129,7 @@ private:
     bool copyAuto_ = false;
     bool skipOutputLayout_ = false;
     std::function<void(const QString&)> copier_;
+    std::function<void(ByteArray)> messageListener_;
 };
 
 }  // namespace lumidot

@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # Takes a picture of the program's window under Xvfb: screenshot.sh BINARY OUTPUT.png [draw]
 # With "draw", paints a small picture on the grid first with the real pointer and Shift.
+# With "midi", chooses the first MIDI port and shows the MIDI menu open (run it where a MIDI
+# system has a port, as make screenshot does under a private JACK server).
 set -eu
 BINARY=$1
 OUTPUT=$2
@@ -29,6 +31,13 @@ if [[ "${3:-}" == "draw" ]]; then
   xdotool type --delay 30 "Lumidot!"
   click_at 160 400   # back to the store message
   sleep 0.3
+fi
+if [[ "${3:-}" == "midi" ]]; then
+  # Keys go where the pointer is, as there is no window manager.
+  point_at 3 300
+  xdotool key alt; sleep 0.3; xdotool key m; sleep 0.8; xdotool key 1; sleep 0.8
+  point_at 3 300
+  xdotool key alt; sleep 0.3; xdotool key m; sleep 0.8
 fi
 sleep 0.3
 geometry=$(xdotool getwindowgeometry --shell "$WINDOW")

@@ -1,0 +1,283 @@
+// lumidot-cli ports and send, the real binary against a private JACK server (dummy backend)
+// and our receiver: the receiver listed, every message of a .syx, a MIDI file and hex text
+// arriving byte for byte in order with the module's pauses (a MIDI file's messages no sooner
+// than their times), and one-line errors with exit status 1 for a port or a server that is
+// not there. Run by run_with_jack.sh, which starts the server.
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include "cli/cli_run.h"
+#include "codec/graphic_page.h"
+#include "device/jack_rig.h"
+#include "device/pacing_queue.h"
+#include "files/midi_file.h"
+#include "files/syx_file.h"
+
+namespace lumidot::testing {
+namespace {
+
+using device::Bytes;
+using device::Micros;
+using device::WireTime;
+using device::testing::MissingRig;
+using device::testing::Received;
+using device::testing::Receiver;
+using namespace std::chrono_literals;
+
+Bytes ToBytes(const std::string& hexText) {
+    ByteArray bytes;
+    HexTextToBytes(hexText, bytes);
+    return bytes;
+}
+
+// Ten pages of their own and the display of page 1, as the module is usually sent them.
+std::vector<Bytes> TenPagesAndDisplay() {
+    std::vector<Bytes> messages;
+    for (int page = kFirstPage; page <= kLastPage; ++page) {
+        Page pixels{};
+        for (int i = page; i < kPagePixels; i += page + 2) pixels[i] = true;
+        messages.push_back(ToBytes(MakeGraphicStoreSysEx(pixels, static_cast<std::uint8_t>(page))));
+    }
+    messages.push_back(ToBytes(MakeGraphicDisplaySysEx(1)));
+    return messages;
+}
+
+std::string HexLine(const Bytes& bytes) {
+    std::string line;
+    char byte[4];
+    for (std::uint8_t b : bytes) {
+        std::snprintf(byte, sizeof byte, "%02X ", b);
+        line += byte;
+    }
+    line.pop_back();
+    return line;
+}
+
+QByteArray Raw(const ByteArray& bytes) {
+    return QByteArray(reinterpret_cast<const char*>(bytes.data()),
+                      static_cast<qsizetype>(bytes.size()));
+}
+
+// The same receiver's cycle time as the device test's: arrivals are that coarse.
+Micros CycleTime() {
+    const char* period = std::getenv("LUMIDOT_TEST_JACK_PERIOD_US");
+    return Micros{period ? std::atoll(period) : 21333};
+}
+
+class CliJackTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        const std::string missing = MissingRig();
+        ASSERT_TRUE(missing.empty()) << missing;
+        ASSERT_TRUE(folder.isValid());
+        // No preferences of the user's: send goes only where it is told.
+        qputenv("XDG_CONFIG_HOME", folder.filePath(QStringLiteral("config")).toUtf8());
+        qputenv("LUMIDOT_MIDI_LOG", log().toUtf8());
+        std::string reason;
+        ASSERT_TRUE(receiver.waitUntilListed(reason)) << reason;
+    }
+    void TearDown() override {
+        qunsetenv("LUMIDOT_MIDI_LOG");
+        qunsetenv("XDG_CONFIG_HOME");
+    }
+
+    QString log() const { return folder.filePath(QStringLiteral("handed-over.txt")); }
+    void write(const QString& name, const QByteArray& bytes) {
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    CliRun send(const QStringList& args, const QByteArray& input = {}) {
+        QStringList all{QStringLiteral("send"), QStringLiteral("--port"),
+                        QString::fromStdString(receiver.port())};
+        return RunCli(folder.path(), all + args, input);
+    }
+    // The moments lumidot-cli handed each message to JACK, from its log.
+    std::vector<Micros> handOvers() const {
+        std::vector<Micros> times;
+        std::ifstream in(log().toStdString());
+        for (std::string line; std::getline(in, line);) {
+            times.push_back(Micros{std::atoll(line.c_str())});
+        }
+        return times;
+    }
+
+    // Every message arrived as sent, each handed over at least gap after the one before
+    // ended on the cable, and typically received so (within a cycle of JACK's).
+    void expectPaced(const std::vector<Bytes>& sent, std::chrono::milliseconds gap) {
+        const std::vector<Received> received = receiver.waitFor(sent.size());
+        ASSERT_EQ(received.size(), sent.size());
+        const std::vector<Micros> handed = handOvers();
+        ASSERT_EQ(handed.size(), sent.size());
+        std::vector<Micros> pauses;
+        for (std::size_t i = 0; i < sent.size(); ++i) {
+            EXPECT_EQ(HexLine(received[i].bytes), HexLine(sent[i])) << "message " << i;
+            if (i == 0) continue;
+            const Micros cable = WireTime(sent[i - 1].size());
+            EXPECT_GE(handed[i] - handed[i - 1] - cable, gap) << "before message " << i;
+            pauses.push_back(received[i].at - received[i - 1].at - cable);
+        }
+        if (pauses.empty()) return;
+        std::sort(pauses.begin(), pauses.end());
+        EXPECT_GE(pauses[pauses.size() / 2] + CycleTime(), gap);
+    }
+
+    QTemporaryDir folder;
+    Receiver receiver{"lumidot-receiver"};
+};
+
+TEST_F(CliJackTest, PortsListsTheReceiver) {
+    const CliRun run = RunCli(folder.path(), {QStringLiteral("ports")});
+    EXPECT_EQ(run.status, 0) << run.err.toStdString();
+    EXPECT_TRUE(run.out.split(QLatin1Char('\n')).contains(QString::fromStdString(receiver.port())))
+        << run.out.toStdString();
+    EXPECT_EQ(run.err, QString());
+}
+
+struct SendCase {
+    const char* name;
+    const char* file;  // "-": standard input
+    QByteArray (*contents)(const std::vector<Bytes>&);
+    QStringList options;
+    int gapMs;
+};
+
+void PrintTo(const SendCase& c, std::ostream* os) {
+    *os << c.name;
+}
+
+class CliSendTest : public CliJackTest, public ::testing::WithParamInterface<SendCase> {};
+
+TEST_P(CliSendTest, DeliversEveryMessageInOrderWithThePauses) {
+    const SendCase& c = GetParam();
+    const std::vector<Bytes> messages = TenPagesAndDisplay();
+    const QByteArray contents = c.contents(messages);
+    const bool fromInput = QLatin1String(c.file) == QLatin1String("-");
+    if (!fromInput) write(QString::fromLatin1(c.file), contents);
+
+    const CliRun run = send(c.options + QStringList{QString::fromLatin1(c.file)},
+                            fromInput ? contents : QByteArray());
+    EXPECT_EQ(run.status, 0) << run.err.toStdString();
+    EXPECT_EQ(run.err, QString());
+    EXPECT_EQ(
+        run.out,
+        QStringLiteral("11 messages sent to %1\n").arg(QString::fromStdString(receiver.port())));
+    expectPaced(messages, std::chrono::milliseconds(c.gapMs));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, CliSendTest,
+    ::testing::Values(SendCase{"Syx",
+                               "pages.syx",
+                               [](const std::vector<Bytes>& m) { return Raw(WriteSyx(m)); },
+                               {},
+                               40},
+                      SendCase{"SyxWithLongerGap",
+                               "pages.syx",
+                               [](const std::vector<Bytes>& m) { return Raw(WriteSyx(m)); },
+                               {QStringLiteral("--gap"), QStringLiteral("90")},
+                               90},
+                      // All at time 0: the pauses alone space them.
+                      SendCase{"MidiFileAllAtOnce",
+                               "pages.mid",
+                               [](const std::vector<Bytes>& m) {
+                                   std::vector<TimedMessage> timed;
+                                   for (const Bytes& bytes : m) timed.push_back({0.0, bytes});
+                                   return Raw(WriteMidi(timed));
+                               },
+                               {},
+                               40},
+                      // Hex text on standard input, one message a line in a layout of its own.
+                      SendCase{"HexTextOnStandardInput",
+                               "-",
+                               [](const std::vector<Bytes>& m) {
+                                   QByteArray text;
+                                   for (const Bytes& bytes : m) {
+                                       text += QByteArray::fromStdString(HexLine(bytes))
+                                                   .replace(' ', ",0x")
+                                                   .prepend("0x") +
+                                               "\n";
+                                   }
+                                   return text;
+                               },
+                               {QStringLiteral("--layout"), QStringLiteral("0x,,,")},
+                               40}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+// A MIDI file's own times are kept; where they are closer than the pause, the pause wins.
+TEST_F(CliJackTest, MidiFileKeepsItsTimesWithThePauseAsTheLeast) {
+    const std::vector<Bytes> messages = TenPagesAndDisplay();
+    const double seconds[] = {0.0, 0.25, 0.26, 0.5};
+    std::vector<TimedMessage> timed;
+    for (std::size_t i = 0; i < std::size(seconds); ++i) timed.push_back({seconds[i], messages[i]});
+    write(QStringLiteral("timed.mid"), Raw(WriteMidi(timed)));
+
+    const CliRun run = send({QStringLiteral("timed.mid")});
+    EXPECT_EQ(run.status, 0) << run.err.toStdString();
+    const std::vector<Bytes> sent(messages.begin(), messages.begin() + std::size(seconds));
+    expectPaced(sent, 40ms);
+    const std::vector<Micros> handed = handOvers();
+    ASSERT_EQ(handed.size(), std::size(seconds));
+    for (std::size_t i = 1; i < std::size(seconds); ++i) {
+        const auto due = Micros{static_cast<long long>(seconds[i] * 1e6)};
+        EXPECT_GE(handed[i] - handed[0], due - 2ms) << "message " << i << " went before its time";
+    }
+    // The third is due 10 ms after the second, but the pause holds it back.
+    EXPECT_GE(handed[2] - handed[1], 40ms);
+    EXPECT_LT(handed[3] - handed[0], 600ms) << "the pause delays only the message it holds back";
+}
+
+struct RefusalCase {
+    const char* name;
+    QStringList args;  // "PORT" stands for the receiver's port
+    bool serverAbsent;
+    const char* error;  // the start of the one line on standard error
+};
+
+void PrintTo(const RefusalCase& c, std::ostream* os) {
+    *os << c.name;
+}
+
+class CliRefusalTest : public CliJackTest, public ::testing::WithParamInterface<RefusalCase> {};
+
+TEST_P(CliRefusalTest, OneLineAndStatus1AndNothingArrives) {
+    const RefusalCase& c = GetParam();
+    write(QStringLiteral("pages.syx"), Raw(WriteSyx(TenPagesAndDisplay())));
+    QStringList args = c.args;
+    args.replaceInStrings(QStringLiteral("PORT"), QString::fromStdString(receiver.port()));
+    const QByteArray server = qgetenv("JACK_DEFAULT_SERVER");
+    if (c.serverAbsent) qputenv("JACK_DEFAULT_SERVER", server + "-absent");
+    const CliRun run = RunCli(folder.path(), args);
+    qputenv("JACK_DEFAULT_SERVER", server);
+
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.out, QString());
+    EXPECT_TRUE(run.err.startsWith(QString::fromUtf8(c.error))) << run.err.toStdString();
+    EXPECT_EQ(run.err.count(QLatin1Char('\n')), 1) << run.err.toStdString();
+    EXPECT_TRUE(receiver.waitFor(0).empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, CliRefusalTest,
+    ::testing::Values(
+        RefusalCase{"NoSuchPort",
+                    {"send", "--port", "nobody:in", "pages.syx"},
+                    false,
+                    "lumidot-cli: there is no MIDI port \"nobody:in\" (lumidot-cli ports lists "
+                    "them)"},
+        RefusalCase{"NoServerToSendTo",
+                    {"send", "--port", "PORT", "pages.syx"},
+                    true,
+                    "lumidot-cli: the MIDI system cannot be reached"},
+        RefusalCase{
+            "NoServerToList", {"ports"}, true, "lumidot-cli: the MIDI system cannot be reached"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+}  // namespace
+}  // namespace lumidot::testing
