@@ -1,5 +1,8 @@
 #include "codec/graphic_page.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace lumidot {
 
 namespace {
@@ -9,12 +12,9 @@ namespace {
 constexpr int kStripWidth = 5;
 constexpr int kStrips = 4;
 
-}  // namespace
-
 // A row as sixteen bits, column 0 the most significant: every strip is then a shift away.
 // Pages are packed at every regeneration and unpacked for every store message decoded.
-ByteArray PackPage(const Page& pixels) {
-    ByteArray data(kPackedPageBytes);
+void PackPageInto(const Page& pixels, std::uint8_t* data) {
     for (int row = 0; row < kPageSide; ++row) {
         const bool* pixel = &pixels[static_cast<std::size_t>(kPageSide * row)];
         unsigned bits = 0;
@@ -28,6 +28,13 @@ ByteArray PackPage(const Page& pixels) {
                 static_cast<std::uint8_t>(value & 0x1F);
         }
     }
+}
+
+}  // namespace
+
+ByteArray PackPage(const Page& pixels) {
+    ByteArray data(kPackedPageBytes);
+    PackPageInto(pixels, data.data());
     return data;
 }
 
@@ -48,19 +55,58 @@ Page UnpackPage(const std::uint8_t* data) {
     return pixels;
 }
 
+namespace {
+
+// Where a store message puts page 1 to 10. Two pages share each middle address byte: odd
+// pages at 00, even ones at 40.
+std::array<std::uint8_t, 3> StoreAddress(std::uint8_t page) {
+    return {0x10, static_cast<std::uint8_t>(1 + (page - 1) / 2),
+            static_cast<std::uint8_t>(page % 2 == 0 ? 0x40 : 0x00)};
+}
+
+// Address and data of a store message; page is 1 to 10.
+ByteArray StoreBody(const Page& pixels, std::uint8_t page) {
+    const auto address = StoreAddress(page);
+    ByteArray body(address.size() + kPackedPageBytes);
+    std::copy(address.begin(), address.end(), body.begin());
+    PackPageInto(pixels, body.data() + address.size());
+    return body;
+}
+
+ByteArray DisplayBody(std::uint8_t page) {
+    return {0x10, 0x20, 0x00, page};
+}
+
+}  // namespace
+
 std::string MakeGraphicStoreSysEx(const Page& pixels, std::uint8_t page) {
     if (page < kFirstPage || page > kLastPage) return {};
-    // Two pages share each middle address byte: odd pages at 00, even ones at 40.
-    ByteArray body{0x10, static_cast<std::uint8_t>(1 + (page - 1) / 2),
-                   static_cast<std::uint8_t>(page % 2 == 0 ? 0x40 : 0x00)};
-    const ByteArray data = PackPage(pixels);
-    body.insert(body.end(), data.begin(), data.end());
-    return MakeGSSysExText(body, kModelDisplay);
+    return MakeGSSysExText(StoreBody(pixels, page), kModelDisplay);
 }
 
 std::string MakeGraphicDisplaySysEx(std::uint8_t page) {
     if (page > kLastPage) return {};
-    return MakeGSSysExText({0x10, 0x20, 0x00, page}, kModelDisplay);
+    return MakeGSSysExText(DisplayBody(page), kModelDisplay);
+}
+
+ByteArray GraphicStoreMessage(const Page& pixels, std::uint8_t page) {
+    if (page < kFirstPage || page > kLastPage) return {};
+    // One allocation: live sending builds this for every painted cell.
+    const std::uint8_t head[] = {0xF0, 0x41, 0x10, kModelDisplay, 0x12};
+    const auto address = StoreAddress(page);
+    ByteArray message(std::size(head) + address.size() + kPackedPageBytes + 2);
+    std::uint8_t* const body = std::copy(std::begin(head), std::end(head), message.data());
+    std::uint8_t* const data = std::copy(address.begin(), address.end(), body);
+    PackPageInto(pixels, data);
+    std::uint8_t* const checksum = data + kPackedPageBytes;
+    *checksum = GSChecksum(body, checksum);
+    checksum[1] = 0xF7;
+    return message;
+}
+
+ByteArray GraphicDisplayMessage(std::uint8_t page) {
+    if (page > kLastPage) return {};
+    return MakeGSSysEx(DisplayBody(page), kModelDisplay);
 }
 
 }  // namespace lumidot

@@ -33,4 +33,9 @@ std::string MakeGraphicStoreSysEx(const Page& pixels, std::uint8_t page);
 // Display message for page 1 to 10, or 0 to display no page; empty text above 10.
 std::string MakeGraphicDisplaySysEx(std::uint8_t page);
 
+// The same two messages as bytes (empty for a page out of range), for the live sending of
+// every change: no hex text on the way.
+ByteArray GraphicStoreMessage(const Page& pixels, std::uint8_t page);
+ByteArray GraphicDisplayMessage(std::uint8_t page);
+
 }  // namespace lumidot

@@ -1,6 +1,8 @@
 #include "codec/gs_message.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "codec/utf8.h"
 
@@ -33,8 +35,12 @@ void AppendByte(ByteArray& bytes, std::uint8_t value) {
 }
 
 std::uint8_t GSChecksum(const ByteArray& body) {
+    return GSChecksum(body.data(), body.data() + body.size());
+}
+
+std::uint8_t GSChecksum(const std::uint8_t* first, const std::uint8_t* last) {
     unsigned sum = 0;
-    for (std::uint8_t b : body) sum += b;
+    for (; first != last; ++first) sum += *first;
     return static_cast<std::uint8_t>((128 - sum % 128) % 128);
 }
 
@@ -62,6 +68,17 @@ std::string MakeGSSysExText(const ByteArray& body, std::uint8_t modelId) {
     text += HexByte(GSChecksum(body));
     text += " F7";
     return text;
+}
+
+ByteArray MakeGSSysEx(const ByteArray& body, std::uint8_t modelId) {
+    ByteArray message(body.size() + 7);
+    const std::uint8_t header[] = {0xF0, 0x41, 0x10, modelId, 0x12};
+    std::copy(std::begin(header), std::end(header), message.begin());
+    std::copy(body.begin(), body.end(), message.begin() + 5);
+    message.resize(body.size() + 5);
+    message.push_back(GSChecksum(body));
+    message.push_back(0xF7);
+    return message;
 }
 
 std::string BytesToHexText(const ByteArray& bytes) {

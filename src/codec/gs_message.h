@@ -18,10 +18,14 @@ void AppendByte(ByteArray& bytes, std::uint8_t value);
 
 // Roland checksum of a body (address and data): completes the sum to a multiple of 128.
 std::uint8_t GSChecksum(const ByteArray& body);
+std::uint8_t GSChecksum(const std::uint8_t* first, const std::uint8_t* last);
 
 // The whole message F0 41 10 <model> 12 <body> <checksum> F7 as hex text with single
 // spaces between bytes and none at either end.
 std::string MakeGSSysExText(const ByteArray& body, std::uint8_t modelId);
+
+// The same message as bytes, for a MIDI port or a file.
+ByteArray MakeGSSysEx(const ByteArray& body, std::uint8_t modelId);
 
 // Every byte as two upper-case hex digits followed by one space ("10 20 " for 10 20).
 std::string BytesToHexText(const ByteArray& bytes);

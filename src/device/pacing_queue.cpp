@@ -23,6 +23,12 @@ bool PacingQueue::push(Bytes message, bool replaceable) {
         // At most one queued message has any key, as each push keeps it so.
         auto older = std::find_if(entries_.begin(), entries_.end(),
                                   [&](const Entry& e) { return e.key == key; });
+        // While painting, the message replaced is nearly always the last one: it is taken
+        // over in place, without the queue giving back and asking again for its storage.
+        if (older != entries_.end() && older + 1 == entries_.end()) {
+            older->bytes = std::move(message);
+            return wasEmpty;
+        }
         if (older != entries_.end()) entries_.erase(older);
     }
     entries_.push_back({key, std::move(message)});

@@ -80,7 +80,7 @@ void WindowModel::regenerate() {
     regenerated_ =
         Regenerated{mode_, pages_.current(), pages_.pixels(), lcdText_, layout_, skipOutputLayout_};
     ++paneVersion_;
-    if (messageListener_) handOver(Message(*regenerated_, codePage_));
+    if (messageListener_) messageListener_(MessageBytes(*regenerated_, codePage_));
     if (copyAuto_ && copier_) copier_(pane());
 }
 
@@ -89,11 +89,22 @@ void WindowModel::writeOutput(const QString& spacedHex) {
     if (copyAuto_ && copier_) copier_(pane_);
 }
 
-void WindowModel::handOver(const std::string& message) const {
+ByteArray WindowModel::MessageBytes(const Regenerated& output, const std::string& codePage) {
+    // A picture's message is built as bytes straight away: live sending hands one over on
+    // every painted cell. Text goes through its hex, where the code page is applied.
+    const auto page = static_cast<std::uint8_t>(output.page);
+    switch (output.mode) {
+        case OutputMode::Store:
+            return GraphicStoreMessage(output.pixels, page);
+        case OutputMode::Display:
+            return GraphicDisplayMessage(page);
+        case OutputMode::Text:
+        case OutputMode::None:
+            break;
+    }
     ByteArray bytes;
-    bytes.reserve(message.size() / 3 + 1);
-    HexTextToBytes(message, bytes);
-    messageListener_(std::move(bytes));
+    HexTextToBytes(Message(output, codePage), bytes);
+    return bytes;
 }
 
 void WindowModel::writePane(const QString& text) {
@@ -148,9 +159,8 @@ void WindowModel::displayNoPage() {
     selectMode(OutputMode::Display);
     // Page 0 shows no page at all. The display mode stays selected, so the next
     // regeneration replaces this with the selected page's display message.
-    const std::string message = MakeGraphicDisplaySysEx(0);
-    writeOutput(QString::fromStdString(message));
-    if (messageListener_) handOver(message);
+    writeOutput(QString::fromStdString(MakeGraphicDisplaySysEx(0)));
+    if (messageListener_) messageListener_(GraphicDisplayMessage(0));
 }
 
 }  // namespace lumidot

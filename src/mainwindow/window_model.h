@@ -115,7 +115,7 @@ private:
     };
     static std::string Message(const Regenerated& output, const std::string& codePage);
     static QString Build(const Regenerated& output, const std::string& codePage);
-    void handOver(const std::string& message) const;
+    static ByteArray MessageBytes(const Regenerated& output, const std::string& codePage);
     void setLayoutText(QString& field, const QString& text);
 
     PageModel pages_;

@@ -67,6 +67,22 @@ TEST(MessageBuildersTest, BuildWholeFrames) {
     for (const auto& [built, frame] : rows) EXPECT_EQ(built, frame);
 }
 
+// The byte builders give what the hex builders write, for every page number in and around
+// the range (out of range: nothing).
+TEST(MessageBuildersTest, BytesAgreeWithTheirHexText) {
+    std::mt19937 random(7);
+    for (int page = 0; page <= 12; ++page) {
+        Page pixels{};
+        for (bool& pixel : pixels) pixel = random() & 1;
+        const auto number = static_cast<std::uint8_t>(page);
+        ByteArray store, display;
+        HexTextToBytes(MakeGraphicStoreSysEx(pixels, number), store);
+        HexTextToBytes(MakeGraphicDisplaySysEx(number), display);
+        EXPECT_EQ(GraphicStoreMessage(pixels, number), store) << "page " << page;
+        EXPECT_EQ(GraphicDisplayMessage(number), display) << "page " << page;
+    }
+}
+
 // Appends to what the array holds; reading stops at a pair that is not hex.
 TEST(HexTextToBytesTest, AppendsPairsUpToTheFirstNonHexPair) {
     const std::tuple<std::string, ByteArray, bool> rows[] = {
