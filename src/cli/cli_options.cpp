@@ -68,6 +68,19 @@ bool ReadPage(const QString& text, bool noneAllowed, int& page, UsageError& erro
     return true;
 }
 
+bool ReadThreshold(const QString& text, Options& options, UsageError& error) {
+    bool ok = false;
+    const int threshold = text.toInt(&ok);
+    if (!ok || threshold < 0 || threshold > kMaxThreshold) {
+        error = Usage(QStringLiteral("--threshold takes a number from 0 to 255, not \"%1\"").arg(text));
+        return false;
+    }
+    options.picture.threshold = threshold;
+    options.thresholdGiven = true;
+    options.pictureOptions = true;
+    return true;
+}
+
 }  // namespace
 
 std::variant<Options, UsageError> ParseCommandLine(const QStringList& arguments) {
@@ -98,6 +111,12 @@ std::variant<Options, UsageError> ParseCommandLine(const QStringList& arguments)
             options.json = true;
             continue;
         }
+        if (argument == QLatin1String("--dither") || argument == QLatin1String("--invert")) {
+            if (argument == QLatin1String("--dither")) options.picture.tone = PictureTone::Dither;
+            if (argument == QLatin1String("--invert")) options.picture.invert = true;
+            options.pictureOptions = true;
+            continue;
+        }
         // Options with a value: "--name VALUE" or "--name=VALUE".
         QString name = argument;
         QString value;
@@ -109,7 +128,8 @@ std::variant<Options, UsageError> ParseCommandLine(const QStringList& arguments)
         }
         static const QStringList kValued = {
             QStringLiteral("--layout"),    QStringLiteral("--prefix"), QStringLiteral("--suffix"),
-            QStringLiteral("--separator"), QStringLiteral("-o"),       QStringLiteral("--output")};
+            QStringLiteral("--separator"), QStringLiteral("-o"),       QStringLiteral("--output"),
+            QStringLiteral("--threshold")};
         if (!kValued.contains(name)) {
             return Usage(QStringLiteral("unknown option %1").arg(name));
         }
@@ -127,6 +147,8 @@ std::variant<Options, UsageError> ParseCommandLine(const QStringList& arguments)
             ok = SetLayoutText(options.layout.suffix, value, "suffix", error);
         } else if (name == QLatin1String("--separator")) {
             ok = SetLayoutText(options.layout.separator, value, "separator", error);
+        } else if (name == QLatin1String("--threshold")) {
+            ok = ReadThreshold(value, options, error);
         } else {
             options.output = value;
         }
@@ -154,6 +176,12 @@ std::variant<Options, UsageError> ParseCommandLine(const QStringList& arguments)
     if (!options.output.isEmpty() &&
         (options.command == Command::Describe || options.command == Command::Repair)) {
         return Usage(QStringLiteral("-o goes with text, display and store"));
+    }
+    if (options.pictureOptions && options.command != Command::Store) {
+        return Usage(QStringLiteral("--threshold, --dither and --invert go with store"));
+    }
+    if (options.thresholdGiven && options.picture.tone == PictureTone::Dither) {
+        return Usage(QStringLiteral("--threshold and --dither exclude each other"));
     }
     return options;
 }

@@ -6,6 +6,7 @@
 #include <variant>
 
 #include "mainwindow/window_model.h"
+#include "pictures/picture_conversion.h"
 
 namespace lumidot::cli {
 
@@ -23,6 +24,11 @@ struct Options {
     QString output;         // -o: a file instead of standard output
     bool json = false;
     int page = 0;  // display (0 for none) and store
+    // How store turns an image file into a page; pictureOptions is set when any of
+    // --threshold, --dither and --invert was given.
+    PictureOptions picture;
+    bool pictureOptions = false;
+    bool thresholdGiven = false;
 };
 
 struct UsageError {

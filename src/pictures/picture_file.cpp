@@ -95,6 +95,12 @@ bool LooksLikePicture(const QByteArray& bytes) {
     return reader.canRead();
 }
 
+bool IsPictureFile(const QString& path) {
+    QImageReader reader(path);
+    reader.setDecideFormatFromContent(true);
+    return reader.canRead();
+}
+
 bool HasPictureSuffix(const QString& path) {
     const QByteArray suffix = QFileInfo(path).suffix().toLower().toLatin1();
     return !suffix.isEmpty() && QImageReader::supportedImageFormats().contains(suffix);

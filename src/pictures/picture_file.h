@@ -29,8 +29,10 @@ PictureFrames ReadPictureFile(const QString& path, int maxFrames);
 // The same for a picture held in memory.
 PictureFrames ReadPictureData(const QByteArray& bytes, int maxFrames);
 
-// True when the bytes start like a picture in a format Qt can read. Decodes nothing.
+// True when the bytes, or the file at path, start like a picture in a format Qt can read.
+// Decodes nothing.
 bool LooksLikePicture(const QByteArray& bytes);
+bool IsPictureFile(const QString& path);
 // True when the file name ends in the suffix of a picture format Qt reads (.png, .gif, ...).
 bool HasPictureSuffix(const QString& path);
 
