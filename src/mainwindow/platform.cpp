@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDialog>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QThread>
@@ -48,6 +49,18 @@ Prompts::Answer QtPrompts::showMessage(QWidget* parent, const QString& title,
 }
 
 int QtPrompts::runModal(QDialog& dialog) { return dialog.exec(); }
+
+QString QtFileDialogs::askPath(QWidget* parent, Purpose purpose, const QString& title,
+                               const QString& suggested, const QString& filter) {
+    return purpose == Purpose::Open
+               ? QFileDialog::getOpenFileName(parent, title, suggested, filter)
+               : QFileDialog::getSaveFileName(parent, title, suggested, filter);
+}
+
+FileDialogs& FileDialogsOf(const Platform& platform) {
+    static QtFileDialogs real;
+    return platform.fileDialogs != nullptr ? *platform.fileDialogs : real;
+}
 
 bool SystemClipboard::getText(QString& text) {
     QClipboard* clipboard = QGuiApplication::clipboard();

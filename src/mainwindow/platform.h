@@ -1,5 +1,6 @@
 // The narrow seams between the program and what tests cannot drive for real: message
-// boxes and modal dialogs, the system clipboard, and the pause between clipboard attempts.
+// boxes and modal dialogs, file dialogs, the system clipboard, and the pause between
+// clipboard attempts.
 #pragma once
 
 #include <QString>
@@ -39,11 +40,26 @@ public:
     virtual void sleepMs(int milliseconds) = 0;
 };
 
+// Asks the user for the path of a file to open or to save; empty when cancelled.
+class FileDialogs {
+public:
+    enum class Purpose { Open, Save };
+    virtual ~FileDialogs() = default;
+    // suggested: the folder, or the path of the file, that the dialog starts with. filter:
+    // Qt's name filters ("Pictures (*.png *.gif);;All files (*)").
+    virtual QString askPath(QWidget* parent, Purpose purpose, const QString& title,
+                            const QString& suggested, const QString& filter) = 0;
+};
+
 struct Platform {
     Prompts& prompts;
     Clipboard& clipboard;
     Sleeper& sleeper;
+    FileDialogs* fileDialogs = nullptr;  // none: the real ones (see FileDialogsOf)
 };
+
+// The platform's file dialogs: its own, or the real ones.
+FileDialogs& FileDialogsOf(const Platform& platform);
 
 // The production implementations: QMessageBox, QDialog::exec, QClipboard, a real sleep.
 class QtPrompts : public Prompts {
@@ -59,6 +75,12 @@ public:
     bool clear() override;
     // A write that cannot be read back counts as failed.
     bool setText(const QString& text) override;
+};
+
+class QtFileDialogs : public FileDialogs {
+public:
+    QString askPath(QWidget* parent, Purpose purpose, const QString& title,
+                    const QString& suggested, const QString& filter) override;
 };
 
 class ThreadSleeper : public Sleeper {

@@ -82,12 +82,35 @@ public:
     void sleepMs(int ms) override { sleeps.push_back(ms); }
 };
 
-// The three fakes together, ready to hand to the program as its platform.
+// File dialogs answered as scripted: the next path, or a cancel when none is left.
+class FakeFileDialogs : public FileDialogs {
+public:
+    struct Asked {
+        Purpose purpose;
+        QString title;
+        QString suggested;
+        QString filter;
+    };
+    std::vector<Asked> asked;
+    std::deque<QString> paths;
+
+    QString askPath(QWidget*, Purpose purpose, const QString& title, const QString& suggested,
+                    const QString& filter) override {
+        asked.push_back({purpose, title, suggested, filter});
+        if (paths.empty()) return {};
+        QString path = paths.front();
+        paths.pop_front();
+        return path;
+    }
+};
+
+// The fakes together, ready to hand to the program as its platform.
 struct FakePlatform {
     FakePrompts prompts;
     FakeClipboard clipboard;
     CountingSleeper sleeper;
-    Platform platform{prompts, clipboard, sleeper};
+    FakeFileDialogs fileDialogs;
+    Platform platform{prompts, clipboard, sleeper, &fileDialogs};
 };
 
 }  // namespace lumidot::testing
