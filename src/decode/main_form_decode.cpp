@@ -6,6 +6,7 @@
 #include "decode/decode_text.h"
 #include "decode/decoding_run.h"
 #include "decode/frm_decoded.h"
+#include "editor/edit_history.h"
 #include "mainwindow/clipboard_access.h"
 #include "mainwindow/main_form.h"
 #include "mainwindow/text_box_keys.h"
@@ -60,6 +61,8 @@ void MainForm::cmdSysExDecode_Click() {
         return;
     }
 
+    // Whatever the run takes over into the pages is one step, ended before the results show.
+    EditGroup step(*history_, QStringLiteral("Decoded message"));
     // The last run's results are not needed any more: let their memory go before this run's.
     if (decoded_) decoded_->SetAllText(0, QString());
     // The messages are taken over into the model alone; the widgets follow once at the end.
@@ -76,6 +79,7 @@ void MainForm::cmdSysExDecode_Click() {
         return !closing_;
     });
     viewHeld_ = false;
+    step.finish();
     if (!finished) return;
     refreshView();
 

@@ -12,6 +12,7 @@
 
 #include "codec/code_page.h"
 #include "decode/frm_decoded.h"
+#include "editor/edit_history.h"
 #include "mainwindow/clipboard_access.h"
 #include "mainwindow/look.h"
 #include "mainwindow/program_menus.h"
@@ -81,10 +82,12 @@ MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent,
     ui->frmTextInArrow32->hide();
 
     model_.setCopier([this](const QString& text) { SetClipboardText(platform_, text, this); });
+    history_ = std::make_unique<EditHistory>(model_, [this] { refreshView(); });
     connectOutput();
     connectGraphicEditor();
     menus_ = AddProgramMenus(*this);
     setUpKeyboardAndMouse();
+    history_->watch(this);
 }
 
 MainForm::~MainForm() {

@@ -32,6 +32,7 @@ class MainForm;
 
 namespace lumidot {
 
+class EditHistory;
 class frmDecoded;
 class StorageSession;
 
@@ -57,6 +58,8 @@ public:
     Platform& platform() { return platform_; }
     WindowModel& model() { return model_; }
     const WindowModel& model() const { return model_; }
+    // Undo and redo of the pages; an action that changes pages wraps itself in an EditGroup.
+    EditHistory& history() { return *history_; }
 
     // --- graphic pages (editor/main_form_graphics.cpp) ---
     const Page& FDPixels() const { return model_.pages().pixels(); }
@@ -138,6 +141,7 @@ private:
     void connectGraphicEditor();
     void connectOutput();
     void setUpKeyboardAndMouse();
+    void paint(int index, int shift, bool byKey);
 
     std::unique_ptr<Ui::MainForm> ui;
     QWidget* client_ = nullptr;
@@ -152,6 +156,7 @@ private:
     std::unique_ptr<frmPageCopy> pageCopy_;
     frmPageCopy::Memory pageCopyMemory_;
     std::unique_ptr<frmDecoded> decoded_;
+    std::unique_ptr<EditHistory> history_;
     std::int16_t FDPixelUnderMouse = -1;  // cell the pointer last moved over, or -1
     float FDDragX = 0;                    // drag anchor on picMove, in pixels
     float FDDragY = 0;
