@@ -13,6 +13,7 @@
 #include "codec/code_page.h"
 #include "decode/frm_decoded.h"
 #include "editor/edit_history.h"
+#include "editor/picture_actions.h"
 #include "mainwindow/clipboard_access.h"
 #include "mainwindow/look.h"
 #include "mainwindow/program_menus.h"
@@ -86,6 +87,7 @@ MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent,
     connectOutput();
     connectGraphicEditor();
     menus_ = AddProgramMenus(*this);
+    pictures_ = new PictureActions(*this);
     setUpKeyboardAndMouse();
     history_->watch(this);
 }

@@ -33,6 +33,7 @@ class MainForm;
 namespace lumidot {
 
 class EditHistory;
+class PictureActions;
 class frmDecoded;
 class StorageSession;
 
@@ -60,6 +61,8 @@ public:
     const WindowModel& model() const { return model_; }
     // Undo and redo of the pages; an action that changes pages wraps itself in an EditGroup.
     EditHistory& history() { return *history_; }
+    // Pictures in and out: import, export, the clipboard's images, drops on the grid.
+    PictureActions& pictures() { return *pictures_; }
 
     // --- graphic pages (editor/main_form_graphics.cpp) ---
     const Page& FDPixels() const { return model_.pages().pixels(); }
@@ -157,6 +160,7 @@ private:
     frmPageCopy::Memory pageCopyMemory_;
     std::unique_ptr<frmDecoded> decoded_;
     std::unique_ptr<EditHistory> history_;
+    PictureActions* pictures_ = nullptr;  // a child of the window
     std::int16_t FDPixelUnderMouse = -1;  // cell the pointer last moved over, or -1
     float FDDragX = 0;                    // drag anchor on picMove, in pixels
     float FDDragY = 0;

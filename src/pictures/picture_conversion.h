@@ -47,6 +47,8 @@ public:
     explicit PreparedPicture(const QImage& source);
 
     bool isNull() const { return working_.isNull(); }
+    // The picture as it is converted: reduced once if it was large, premultiplied alpha.
+    const QImage& reduced() const { return working_; }
     // The picture scaled and placed on the page's 16 x 16 pixels, transparent around it.
     const QImage& fitted(PictureFit fit) const;
     Page convert(const PictureOptions& options) const;
