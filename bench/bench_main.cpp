@@ -51,6 +51,11 @@ int main(int argc, char** argv) {
         RunFileBenchmarks(folder.path());
         return 0;
     }
+    // "bench pictures" measures only the picture import and undo.
+    if (argc > 1 && QByteArray(argv[1]) == "pictures") {
+        RunPictureBenchmarks(platform, folder.path());
+        return 0;
+    }
     // "bench decode" measures only the decoding, for profiling.
     const bool onlyDecoding = argc > 1 && QByteArray(argv[1]) == "decode";
     if (!onlyDecoding) {
@@ -122,5 +127,6 @@ int main(int argc, char** argv) {
     if (!onlyDecoding) RunPaneBench(argv[0]);
     if (!onlyDecoding) RunDeviceBenchmarks();
     if (!onlyDecoding) RunFileBenchmarks(folder.path());
+    if (!onlyDecoding) RunPictureBenchmarks(platform, folder.path());
     return 0;
 }
