@@ -53,6 +53,7 @@ fuzz: deps
 screenshot: build
 	tests/e2e/screenshot.sh $(BUILD)/lumidot docs/screenshot.png
 	tests/e2e/screenshot.sh $(BUILD)/lumidot docs/screenshot-drawing.png draw
+	tests/e2e/screenshot.sh $(BUILD)/lumidot docs/screenshot-import.png import
 
 clean:
 	rm -rf $(BUILD) $(SANITIZE) $(BUILD)-fuzz
