@@ -56,7 +56,8 @@ int RunClipboardBench(int argc, char** argv) {
     TimedPrompts prompts;
     lumidot::SystemClipboard clipboard;
     lumidot::ThreadSleeper sleeper;
-    lumidot::Platform platform{prompts, clipboard, sleeper};
+    lumidot::QtFileDialogs fileDialogs;
+    lumidot::Platform platform{prompts, clipboard, sleeper, fileDialogs};
     QTemporaryDir folder;
     lumidot::MainForm window(platform, folder.path());
     window.Form_Load();

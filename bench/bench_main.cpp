@@ -40,7 +40,8 @@ int main(int argc, char** argv) {
     lumidot::QtPrompts prompts;
     lumidot::SystemClipboard clipboard;
     lumidot::ThreadSleeper sleeper;
-    lumidot::Platform platform{prompts, clipboard, sleeper};
+    lumidot::QtFileDialogs fileDialogs;
+    lumidot::Platform platform{prompts, clipboard, sleeper, fileDialogs};
     QTemporaryDir folder;
 
     if (argc > 3 && QByteArray(argv[1]) == "peer") return RunPanePeer(atoi(argv[2]), atoll(argv[3]));

@@ -14,34 +14,13 @@
 #include "codec/graphic_page.h"
 #include "storage/memory_file.h"
 #include "storage/settings_records.h"
+#include "support/ten_pages.h"
 
 namespace {
 
 using lumidot::Page;
 
-// The window as far as the files reach it: ten pages; the rest of what the describer does
-// with a line is dropped.
-class TenPages : public lumidot::SysExTarget {
-public:
-    std::array<Page, lumidot::kLastPage> pages{};
-
-    void setSysExOutText(const std::string&) override {}
-    void setLcdText(const std::string&) override {}
-    std::string lcdText() const override { return {}; }
-    void txtTextIn_Change() override {}
-    void SetPageNum(std::uint8_t page) override { page_ = page; }
-    void SetFDPixelColAll(const Page& pixels) override {
-        if (page_ < lumidot::kFirstPage || page_ > lumidot::kLastPage) std::abort();
-        pages[page_ - 1] = pixels;
-    }
-    void selectStoreMode() override {}
-    void selectDisplayMode() override {}
-    void AutoSetSysExText() override {}
-    void cmdFDPageDisplay_Click() override {}
-
-private:
-    int page_ = 1;
-};
+using lumidot::testing::TenPages;
 
 struct Files {
     QByteArray memory;

@@ -1,5 +1,6 @@
 // A decoding run: the clipboard's text, read in the user's layout, cut into messages,
 // each described and taken over into the window, the cleaned messages left in the pane.
+// Opening a file goes through the same work on the model and the same results window.
 #include <QCoreApplication>
 #include <QElapsedTimer>
 
@@ -52,26 +53,32 @@ void MainForm::cmdSysExDecode_Click() {
     const HexCheck check = run.check();
     if (check != HexCheck::Ok) {
         const CheckFailure failure = FailureFor(check);
-        platform_.prompts.showMessage(this, QString::fromLatin1(failure.title),
-                                      QString::fromLatin1(failure.prompt),
-                                      Prompts::Icon::Exclamation, Prompts::Buttons::Ok,
-                                      Prompts::Answer::Ok);
+        platform_.prompts.showMessage(
+            this, QString::fromLatin1(failure.title), QString::fromLatin1(failure.prompt),
+            Prompts::Icon::Exclamation, Prompts::Buttons::Ok, Prompts::Answer::Ok);
         run.restorePane();
         refreshView();
         return;
     }
 
-    // Whatever the run takes over into the pages is one step, ended before the results show.
-    EditGroup step(*history_, QStringLiteral("Decoded message"));
-    // The last run's results are not needed any more: let their memory go before this run's.
-    if (decoded_) decoded_->SetAllText(0, QString());
+    forgetDecodingResults();
+    const bool finished = workOnModel(
+        [&](const std::function<bool()>& keepGoing) { return run.describeAll(keepGoing); });
+    if (!finished) return;
+    showDecodingResults(run.count(), run.results());
+}
+
+bool MainForm::workOnModel(const std::function<bool(const std::function<bool()>&)>& work,
+                           const QString& step) {
+    // Ended with the work, before any results window shows.
+    const EditGroup group(*history_, step);
     // The messages are taken over into the model alone; the widgets follow once at the end.
-    // Meanwhile the window keeps repainting and a signal to close is honoured: the run stops
+    // Meanwhile the window keeps repainting and a signal to close is honoured: the work stops
     // there and the pages are saved as far as it got.
     viewHeld_ = true;
     QElapsedTimer sinceEvents;
     sinceEvents.start();
-    const bool finished = run.describeAll([&] {
+    const bool finished = work([&] {
         if (sinceEvents.elapsed() >= longestEventPauseMs_) {
             QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
             sinceEvents.restart();
@@ -79,12 +86,18 @@ void MainForm::cmdSysExDecode_Click() {
         return !closing_;
     });
     viewHeld_ = false;
-    step.finish();
-    if (!finished) return;
-    refreshView();
+    if (finished) refreshView();
+    return finished;
+}
 
+void MainForm::forgetDecodingResults() {
+    // The last results are not needed any more: let their memory go before the next ones'.
+    if (decoded_) decoded_->SetAllText(0, QString());
+}
+
+void MainForm::showDecodingResults(qint32 count, const QString& results) {
     if (!decoded_) decoded_ = std::make_unique<frmDecoded>(this, platform_);
-    decoded_->SetAllText(run.count(), run.results());
+    decoded_->SetAllText(count, results);
     platform_.prompts.runModal(*decoded_);
 }
 

@@ -1,6 +1,7 @@
 #include "editor/picture_actions.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QClipboard>
 #include <QDir>
 #include <QDropEvent>
@@ -37,7 +38,10 @@ QString LocalFile(const QMimeData& data) {
 }
 
 bool HoldsPicture(const QMimeData& data) {
-    if (!LocalFile(data).isEmpty() || data.hasImage()) return true;
+    // Other files dropped on the window (a song, a .syx bank) are the File menu's to open.
+    const QString file = LocalFile(data);
+    if (!file.isEmpty()) return HasPictureSuffix(file) || IsPictureFile(file);
+    if (data.hasImage()) return true;
     for (const QString& format : data.formats()) {
         if (format.startsWith(QLatin1String("image/"))) return true;
     }
@@ -48,17 +52,20 @@ bool HoldsPicture(const QMimeData& data) {
 
 PictureActions::PictureActions(MainForm& window) : QObject(&window), window_(window) {
     addMenus();
-    PixelGrid* grid = window_.form().lblFDPixelBase;
-    grid->setAcceptDrops(true);
-    grid->installEventFilter(this);
+    window_.form().lblFDPixelBase->setAcceptDrops(true);
+    // Before the window's own filter for dropped files, which was installed earlier and so
+    // is asked later: a picture dropped on the grid is imported rather than opened.
+    qApp->installEventFilter(this);
     window_.history().addShortcutKeys(kImportKeys);
 }
 
-PictureActions::~PictureActions() = default;
+PictureActions::~PictureActions() {
+    qApp->removeEventFilter(this);
+}
 
 void PictureActions::addMenus() {
     const ProgramMenus& menus = window_.menus();
-    auto* import = new QAction(tr("&Import picture..."), this);
+    auto* import = new QAction(tr("Import pic&ture..."), this);
     import->setObjectName(QStringLiteral("actionImportPicture"));
     import->setShortcut(kImportKeys);
     connect(import, &QAction::triggered, this, &PictureActions::importFromFile);
@@ -78,7 +85,8 @@ void PictureActions::addMenus() {
     editMenu_->addAction(history.undoAction());
     editMenu_->addAction(history.redoAction());
     editMenu_->addSeparator();
-    QAction* copy = editMenu_->addAction(tr("&Copy page as image"), this, &PictureActions::copyPage);
+    QAction* copy =
+        editMenu_->addAction(tr("&Copy page as image"), this, &PictureActions::copyPage);
     copy->setObjectName(QStringLiteral("actionCopyPageImage"));
     QAction* paste =
         editMenu_->addAction(tr("&Paste image into page"), this, &PictureActions::pastePage);
@@ -88,9 +96,10 @@ void PictureActions::addMenus() {
 // --- import ------------------------------------------------------------------------------
 
 void PictureActions::importFromFile() {
-    const QString path = FileDialogsOf(window_.platform())
-                             .askPath(&window_, FileDialogs::Purpose::Open, tr("Import Picture"),
-                                      QString(), PictureFileFilter());
+    const QString path = window_.platform().files.askPath(
+        &window_, {FileQuestion::Kind::Open, tr("Import Picture"), lastFolder_,
+                   PictureFileFilter().split(QStringLiteral(";;")), QString()});
+    if (!path.isEmpty()) lastFolder_ = QFileInfo(path).absolutePath();
     if (!path.isEmpty()) importFile(path);
 }
 
@@ -157,6 +166,7 @@ void PictureActions::refuse(const QString& title, const QString& source, const Q
 }
 
 bool PictureActions::eventFilter(QObject* watched, QEvent* event) {
+    if (watched != window_.form().lblFDPixelBase) return QObject::eventFilter(watched, event);
     switch (event->type()) {
         case QEvent::DragEnter:
         case QEvent::DragMove: {
@@ -192,12 +202,24 @@ bool PictureActions::eventFilter(QObject* watched, QEvent* event) {
 void PictureActions::exportPage() {
     if (!exportDialog_) exportDialog_ = std::make_unique<PageExportDialog>(&window_);
     if (window_.platform().prompts.runModal(*exportDialog_) != QDialog::Accepted) return;
-    QString path = FileDialogsOf(window_.platform())
-                       .askPath(&window_, FileDialogs::Purpose::Save, tr("Export Page as Image"),
-                                tr("page%1.png").arg(window_.FDPageNum()),
-                                tr("PNG pictures (*.png)"));
+    QString path = window_.platform().files.askPath(
+        &window_, {FileQuestion::Kind::Save,
+                   tr("Export Page as Image"),
+                   QDir(lastFolder_).filePath(tr("page%1.png").arg(window_.FDPageNum())),
+                   {tr("PNG pictures (*.png)")},
+                   QStringLiteral("png")});
     if (path.isEmpty()) return;
     if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".png");
+    lastFolder_ = QFileInfo(path).absolutePath();
+    // The dialog leaves replacing a file to be confirmed here.
+    if (QFileInfo::exists(path) && window_.platform().prompts.showMessage(
+                                       &window_, tr("Export Page as Image"),
+                                       tr("%1 exists already.\r\nDo you want to replace it?")
+                                           .arg(QDir::toNativeSeparators(path)),
+                                       Prompts::Icon::Question, Prompts::Buttons::YesNo,
+                                       Prompts::Answer::No) != Prompts::Answer::Yes) {
+        return;
+    }
 
     const QImage image =
         PageImage(window_.FDPixels(), exportDialog_->scale(), exportDialog_->colours());
@@ -213,11 +235,11 @@ void PictureActions::exportPage() {
         problem = file.errorString();
     }
     if (problem.isEmpty()) return;
-    window_.platform().prompts.showMessage(
-        &window_, tr("Export Page as Image"),
-        tr("The page could not be saved as\r\n%1\r\n\r\n%2.")
-            .arg(QDir::toNativeSeparators(path), problem),
-        Prompts::Icon::Exclamation, Prompts::Buttons::Ok, Prompts::Answer::Ok);
+    window_.platform().prompts.showMessage(&window_, tr("Export Page as Image"),
+                                           tr("The page could not be saved as\r\n%1\r\n\r\n%2.")
+                                               .arg(QDir::toNativeSeparators(path), problem),
+                                           Prompts::Icon::Exclamation, Prompts::Buttons::Ok,
+                                           Prompts::Answer::Ok);
 }
 
 void PictureActions::copyPage() {

@@ -50,6 +50,7 @@ private:
     MainForm& window_;
     QMenu* editMenu_ = nullptr;
     PictureOptions lastOptions_;
+    QString lastFolder_;  // where the last picture came from or went to
     std::unique_ptr<PageExportDialog> exportDialog_;
 };
 

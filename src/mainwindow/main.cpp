@@ -13,7 +13,8 @@ int main(int argc, char* argv[]) {
     lumidot::QtPrompts prompts;
     lumidot::SystemClipboard clipboard;
     lumidot::ThreadSleeper sleeper;
-    lumidot::Platform platform{prompts, clipboard, sleeper};
+    lumidot::QtFileDialogs fileDialogs;
+    lumidot::Platform platform{prompts, clipboard, sleeper, fileDialogs};
 
     lumidot::MainForm window(platform, QCoreApplication::applicationDirPath());
     lumidot::SignalCloser closeOnSignal(&window);

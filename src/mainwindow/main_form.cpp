@@ -15,6 +15,7 @@
 #include "editor/edit_history.h"
 #include "editor/picture_actions.h"
 #include "mainwindow/clipboard_access.h"
+#include "mainwindow/file_actions.h"
 #include "mainwindow/look.h"
 #include "mainwindow/program_menus.h"
 #include "mainwindow/look.h"
@@ -87,6 +88,7 @@ MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent,
     connectOutput();
     connectGraphicEditor();
     menus_ = AddProgramMenus(*this);
+    new FileActions(*this);
     pictures_ = new PictureActions(*this);
     setUpKeyboardAndMouse();
     history_->watch(this);

@@ -5,6 +5,7 @@
 //   mainwindow/main_form_output.cpp   output modes, layout, copy
 //   editor/main_form_graphics.cpp     pages, pixel grid, drag handle, copy to page
 //   decode/main_form_decode.cpp       reading messages back from the clipboard
+//   mainwindow/file_actions.cpp       the File menu's files (an object of its own)
 //   mainwindow/main_form_storage.cpp memory.txt and settings.bin
 #pragma once
 
@@ -115,6 +116,17 @@ public:
     // Longest stretch of a decoding run without a look at the window's events. Tests set 0,
     // so that a run looks at them every few hundred messages however fast it goes.
     void setLongestEventPause(qint64 milliseconds) { longestEventPauseMs_ = milliseconds; }
+    // Runs work on the model alone, with the view held until it ends. work calls keepGoing
+    // every so often: the window repaints there, user input waits, and false means the
+    // window is closing and work should stop (and return false). The view follows once at
+    // the end of work that finished. Returns what work returned. Whatever work changes in the
+    // pages is one step of the undo history, named step ("Undo Decoded message").
+    bool workOnModel(const std::function<bool(const std::function<bool()>& keepGoing)>& work,
+                     const QString& step = QStringLiteral("Decoded message"));
+    // Lets the memory of the last results go, before new ones are made.
+    void forgetDecodingResults();
+    // Shows these results in the results window, modally.
+    void showDecodingResults(qint32 count, const QString& results);
 
     // --- files (storage/main_form_storage.cpp) ---
     void LoadMemoryAndSettings();

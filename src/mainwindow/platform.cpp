@@ -50,18 +50,6 @@ Prompts::Answer QtPrompts::showMessage(QWidget* parent, const QString& title,
 
 int QtPrompts::runModal(QDialog& dialog) { return dialog.exec(); }
 
-QString QtFileDialogs::askPath(QWidget* parent, Purpose purpose, const QString& title,
-                               const QString& suggested, const QString& filter) {
-    return purpose == Purpose::Open
-               ? QFileDialog::getOpenFileName(parent, title, suggested, filter)
-               : QFileDialog::getSaveFileName(parent, title, suggested, filter);
-}
-
-FileDialogs& FileDialogsOf(const Platform& platform) {
-    static QtFileDialogs real;
-    return platform.fileDialogs != nullptr ? *platform.fileDialogs : real;
-}
-
 bool SystemClipboard::getText(QString& text) {
     QClipboard* clipboard = QGuiApplication::clipboard();
     if (clipboard == nullptr) return false;
@@ -103,5 +91,25 @@ bool SystemClipboard::setText(const QString& text) {
 }
 
 void ThreadSleeper::sleepMs(int milliseconds) { QThread::msleep(milliseconds); }
+
+QString QtFileDialogs::askPath(QWidget* parent, const FileQuestion& question) {
+    const bool save = question.kind == FileQuestion::Kind::Save;
+    QFileDialog dialog(parent, question.title);
+    dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    // Replacing a file is confirmed by the program itself, in words that fit the case.
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, true);
+    dialog.setNameFilters(question.filters);
+    dialog.setDefaultSuffix(question.defaultSuffix);
+    const QFileInfo start(question.start);
+    if (save && !start.isDir()) {
+        dialog.setDirectory(start.absolutePath());
+        dialog.selectFile(start.fileName());
+    } else if (!question.start.isEmpty()) {
+        dialog.setDirectory(question.start);
+    }
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    return dialog.selectedFiles().constFirst();
+}
 
 }  // namespace lumidot

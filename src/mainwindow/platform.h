@@ -1,9 +1,10 @@
 // The narrow seams between the program and what tests cannot drive for real: message
-// boxes and modal dialogs, file dialogs, the system clipboard, and the pause between
+// boxes and modal dialogs, the file dialogs, the system clipboard, and the pause between
 // clipboard attempts.
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class QDialog;
 class QWidget;
@@ -40,28 +41,36 @@ public:
     virtual void sleepMs(int milliseconds) = 0;
 };
 
-// Asks the user for the path of a file to open or to save; empty when cancelled.
+// What a file dialog asks the user for.
+struct FileQuestion {
+    enum class Kind { Open, Save };
+    Kind kind = Kind::Open;
+    QString title;
+    // The folder to show, or (to save) the suggested file's whole path.
+    QString start;
+    // Name filters such as "MIDI files (*.mid *.midi)"; the first is chosen at first.
+    QStringList filters;
+    // To save: the extension (without its dot) given to a name typed without one.
+    QString defaultSuffix;
+};
+
 class FileDialogs {
 public:
-    enum class Purpose { Open, Save };
     virtual ~FileDialogs() = default;
-    // suggested: the folder, or the path of the file, that the dialog starts with. filter:
-    // Qt's name filters ("Pictures (*.png *.gif);;All files (*)").
-    virtual QString askPath(QWidget* parent, Purpose purpose, const QString& title,
-                            const QString& suggested, const QString& filter) = 0;
+    // Asks for a path and returns it, or empty text when the user cancels. A dialog that
+    // saves asks nothing about a file that exists already: its caller does.
+    virtual QString askPath(QWidget* parent, const FileQuestion& question) = 0;
 };
 
 struct Platform {
     Prompts& prompts;
     Clipboard& clipboard;
     Sleeper& sleeper;
-    FileDialogs* fileDialogs = nullptr;  // none: the real ones (see FileDialogsOf)
+    FileDialogs& files;
 };
 
-// The platform's file dialogs: its own, or the real ones.
-FileDialogs& FileDialogsOf(const Platform& platform);
-
-// The production implementations: QMessageBox, QDialog::exec, QClipboard, a real sleep.
+// The production implementations: QMessageBox, QDialog::exec, QClipboard, a real sleep,
+// QFileDialog.
 class QtPrompts : public Prompts {
 public:
     Answer showMessage(QWidget* parent, const QString& title, const QString& prompt, Icon icon,
@@ -77,15 +86,15 @@ public:
     bool setText(const QString& text) override;
 };
 
-class QtFileDialogs : public FileDialogs {
-public:
-    QString askPath(QWidget* parent, Purpose purpose, const QString& title,
-                    const QString& suggested, const QString& filter) override;
-};
-
 class ThreadSleeper : public Sleeper {
 public:
     void sleepMs(int milliseconds) override;
+};
+
+// QFileDialog: the desktop's own dialog where the platform has one, Qt's otherwise.
+class QtFileDialogs : public FileDialogs {
+public:
+    QString askPath(QWidget* parent, const FileQuestion& question) override;
 };
 
 }  // namespace lumidot

@@ -136,7 +136,8 @@ protected:
     FakePrompts prompts;
     SystemClipboard clipboard;
     CountingSleeper sleeper;
-    Platform platform{prompts, clipboard, sleeper};
+    FakeFileDialogs fileDialogs;
+    Platform platform{prompts, clipboard, sleeper, fileDialogs};
     QTemporaryDir folder;
     std::unique_ptr<MainForm> window_;
 };

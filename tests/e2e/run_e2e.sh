@@ -6,16 +6,6 @@ BINARY=$1
 HERE=$(cd "$(dirname "$0")" && pwd)
 source "$HERE/xlib.sh"
 
-failures=0
-passes=0
-check() {  # check NAME EXPECTED ACTUAL
-  if [[ "$2" == "$3" ]]; then
-    echo "ok: $1"; passes=$((passes + 1))
-  else
-    echo "FAILED: $1"; echo "  expected: $2"; echo "  actual:   $3"
-    failures=$((failures + 1))
-  fi
-}
 
 # Waits up to 5 s for the clipboard to hold the expected text, then checks it.
 check_clipboard() {  # check_clipboard NAME EXPECTED
@@ -126,5 +116,4 @@ click_at 577 36    # upper half of the page spinner: page 2
 check_clipboard "page 2 is back after the restart" \
   "$(store_message 2 80 | sed 's/\([0-9A-F][0-9A-F]\)/0x\1/g')"
 
-echo "$passes passed, $failures failed"
-[[ $failures -eq 0 ]]
+checks_end

@@ -73,7 +73,7 @@ point_at 3 300; sleep 0.2
 xdotool windowfocus --sync "$WINDOW"; sleep 0.3
 xdotool key alt; sleep 0.3
 xdotool key Down; sleep 0.4
-xdotool key i
+xdotool key t   # "Import pic&ture..."
 FILE_DIALOG=$(wait_window 'Import Picture')
 [[ -n "$FILE_DIALOG" ]] || { echo "FAILED: no file dialog"; cat "$E2E_TMP/app.log"; exit 1; }
 sleep 0.5

@@ -9,16 +9,6 @@ BINARY=$1
 HERE=$(cd "$(dirname "$0")" && pwd)
 source "$HERE/xlib.sh"
 
-failures=0
-passes=0
-check() {  # check NAME EXPECTED ACTUAL
-  if [[ "$2" == "$3" ]]; then
-    echo "ok: $1"; passes=$((passes + 1))
-  else
-    echo "FAILED: $1"; echo "  expected: $2"; echo "  actual:   $3"
-    failures=$((failures + 1))
-  fi
-}
 
 if ! start_xvfb >"$E2E_TMP/xvfb-reason" 2>&1; then
   echo "FAILED: $(cat "$E2E_TMP/xvfb-reason")"
@@ -168,5 +158,4 @@ end_copy "$RUN2"
 chmod 755 "$RO"
 check "the read-only folder's files are untouched" "$before" "$(cat "$RO/memory.txt" "$RO/settings.bin" | md5sum)"
 
-echo "$passes passed, $failures failed"
-[[ $failures -eq 0 ]]
+checks_end

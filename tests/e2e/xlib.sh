@@ -19,6 +19,23 @@ e2e_cleanup() {
 }
 trap e2e_cleanup EXIT
 
+# Named checks: each prints ok or FAILED with both values; checks_end sums them up and fails
+# when any failed.
+failures=0
+passes=0
+check() {  # check NAME EXPECTED ACTUAL
+  if [[ "$2" == "$3" ]]; then
+    echo "ok: $1"; passes=$((passes + 1))
+  else
+    echo "FAILED: $1"; echo "  expected: $2"; echo "  actual:   $3"
+    failures=$((failures + 1))
+  fi
+}
+checks_end() {
+  echo "$passes passed, $failures failed"
+  [[ $failures -eq 0 ]]
+}
+
 # Starts Xvfb on a display number that the server picks itself and reports when it is
 # ready, so that two tests starting at once never end up sharing one server; returns 1 when
 # none can be started.
@@ -47,8 +64,9 @@ start_app() {
   local folder=$1 binary=$2
   mkdir -p "$folder"
   cp "$binary" "$folder/lumidot"
-  # A data folder of its own: never the files of a real user of this machine.
-  XDG_DATA_HOME="$E2E_TMP/data" QT_QPA_PLATFORM=xcb "$folder/lumidot" >"$E2E_TMP/app.log" 2>&1 &
+  # Data and settings folders of its own: never the files of a real user of this machine.
+  XDG_DATA_HOME="$E2E_TMP/data" XDG_CONFIG_HOME="$E2E_TMP/config" QT_QPA_PLATFORM=xcb \
+    "$folder/lumidot" >"$E2E_TMP/app.log" 2>&1 &
   APP_PID=$!
   WINDOW=$(wait_window 'Lumidot by Tarrowen \(v')
   # Let the start-up finish painting and loading.

@@ -43,7 +43,7 @@ protected:
         return write(QStringLiteral("sample.png"), Encoded(BlackOnWhite(16, 16, Sample), "png"));
     }
     void import(const QString& path) {
-        fake.fileDialogs.paths.push_back(path);
+        fake.files.paths.push_back(path);
         window->findChild<QAction*>("actionImportPicture")->trigger();
     }
     Pages pages() const { return window->model().pages().all(); }
@@ -61,7 +61,7 @@ TEST_F(PictureWindowTest, ImportedPngBecomesTheOpenPageAsOneStepAndShowsItsStore
         QTest::mouseClick(dialog.findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
     };
     import(samplePng());
-    EXPECT_EQ(fake.fileDialogs.asked.at(0).title, QStringLiteral("Import Picture"));
+    EXPECT_EQ(fake.files.asked.at(0).title, QStringLiteral("Import Picture"));
     EXPECT_EQ(previewed, SamplePage());
     EXPECT_EQ(window->FDPageNum(), 3);
     expectStored(SamplePage());
@@ -253,7 +253,7 @@ TEST_F(PictureWindowTest, PasteWithoutAPictureSaysSoAndChangesNothing) {
 TEST_F(PictureWindowTest, ExportWritesThePageScaledInTheChosenColours) {
     showPage(SamplePage());
     const QString path = folder.filePath(QStringLiteral("page"));
-    fake.fileDialogs.paths.push_back(path);
+    fake.files.paths.push_back(path);
     fake.prompts.onModal = [](QDialog& dialog) {
         dialog.findChild<QSpinBox*>("scaleSpin")->setValue(3);
         dialog.findChild<QRadioButton*>("lcdColours")->click();

@@ -147,7 +147,7 @@ INSTANTIATE_TEST_SUITE_P(
                     ASSERT_TRUE(WriteFile(
                         path,
                         Encoded(BlackOnWhite(16, 16, [](int x, int y) { return x == y; }), "png")));
-                    test.fake.fileDialogs.paths.push_back(path);
+                    test.fake.files.paths.push_back(path);
                     test.fake.prompts.onModal = [](QDialog& dialog) { dialog.accept(); };
                     test.window->findChild<QAction*>("actionImportPicture")->trigger();
                 }},

@@ -5,29 +5,12 @@
 
 #include "storage/memory_file.h"
 #include "storage/storage_messages.h"
+#include "support/ten_pages.h"
 
 namespace lumidot {
 namespace {
 
-// The pages of a window, kept in memory; everything else the describer does is dropped.
-class TenPages : public SysExTarget {
-public:
-    std::array<Page, kLastPage> pages{};
-
-    void setSysExOutText(const std::string&) override {}
-    void setLcdText(const std::string&) override {}
-    std::string lcdText() const override { return {}; }
-    void txtTextIn_Change() override {}
-    void SetPageNum(std::uint8_t page) override { page_ = page; }
-    void SetFDPixelColAll(const Page& pixels) override { pages.at(page_ - 1) = pixels; }
-    void selectStoreMode() override {}
-    void selectDisplayMode() override {}
-    void AutoSetSysExText() override {}
-    void cmdFDPageDisplay_Click() override {}
-
-private:
-    int page_ = 1;
-};
+using testing::TenPages;
 
 Page Dot(int index) {
     Page page{};

@@ -1,5 +1,5 @@
-// Fakes for the program's seams: message boxes answered as scripted, a clipboard that
-// fails on demand, and a sleeper that only counts.
+// Fakes for the program's seams: message boxes and file dialogs answered as scripted, a
+// clipboard that fails on demand, and a sleeper that only counts.
 #pragma once
 
 #include <QDialog>
@@ -82,21 +82,15 @@ public:
     void sleepMs(int ms) override { sleeps.push_back(ms); }
 };
 
-// File dialogs answered as scripted: the next path, or a cancel when none is left.
+// File dialogs answered as scripted: each question takes the next path (empty text is a
+// cancel, and so is a question with no answer left).
 class FakeFileDialogs : public FileDialogs {
 public:
-    struct Asked {
-        Purpose purpose;
-        QString title;
-        QString suggested;
-        QString filter;
-    };
-    std::vector<Asked> asked;
+    std::vector<FileQuestion> asked;
     std::deque<QString> paths;
 
-    QString askPath(QWidget*, Purpose purpose, const QString& title, const QString& suggested,
-                    const QString& filter) override {
-        asked.push_back({purpose, title, suggested, filter});
+    QString askPath(QWidget*, const FileQuestion& question) override {
+        asked.push_back(question);
         if (paths.empty()) return {};
         QString path = paths.front();
         paths.pop_front();
@@ -109,8 +103,8 @@ struct FakePlatform {
     FakePrompts prompts;
     FakeClipboard clipboard;
     CountingSleeper sleeper;
-    FakeFileDialogs fileDialogs;
-    Platform platform{prompts, clipboard, sleeper, &fileDialogs};
+    FakeFileDialogs files;
+    Platform platform{prompts, clipboard, sleeper, files};
 };
 
 }  // namespace lumidot::testing

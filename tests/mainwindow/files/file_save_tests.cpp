@@ -1,0 +1,221 @@
+// Writing files from the File menu: the pane's messages and the ten pages as .syx, the pages
+// as a MIDI file that our reader and mido both read back, and repaired copies of files.
+// Nothing existing is written over without a yes.
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "codec/graphic_page.h"
+#include "codec/lcd_text.h"
+#include "files/file_bytes.h"
+#include "files/midi_file.h"
+#include "files/python_peer.h"
+#include "files/syx_file.h"
+#include "mainwindow/files/file_menu_fixture.h"
+
+namespace lumidot::testing {
+namespace {
+
+ByteArray Bytes(const std::string& spacedHex) {
+    return Hex(spacedHex);
+}
+
+struct PaneRow {
+    const char* name;
+    std::function<void(MainForm&, Ui::MainForm&, FakePlatform&)> setUp;
+    std::vector<std::string> messages;  // what the file holds, message by message
+};
+
+class ExportMessageTest : public FileMenuTest, public ::testing::WithParamInterface<PaneRow> {};
+
+TEST_P(ExportMessageTest, TheMessagesInThePaneAsBytes) {
+    GetParam().setUp(*window, ui(), fake);
+    choose("actionExportMessage", {path(QStringLiteral("out.syx"))});
+    ByteArray expected;
+    for (const std::string& message : GetParam().messages) {
+        const ByteArray bytes = Bytes(message);
+        expected.insert(expected.end(), bytes.begin(), bytes.end());
+    }
+    EXPECT_EQ(HexOf(read(path(QStringLiteral("out.syx")))), HexOf(expected));
+    EXPECT_TRUE(fake.prompts.shown.empty()) << lastBoxTitle().toStdString();
+}
+
+void Type(Ui::MainForm& form, const char* text) {
+    QTest::keyClicks(form.txtTextIn, QLatin1String(text));
+}
+void Layout(Ui::MainForm& form, const char* prefix, const char* suffix, const char* separator) {
+    form.txtHexPrefix->setText(QLatin1String(prefix));
+    form.txtHexSuffix->setText(QLatin1String(suffix));
+    form.txtHexSep->setText(QLatin1String(separator));
+}
+void Decode(Ui::MainForm& form, FakePlatform& fake, const char* text) {
+    fake.clipboard.text = QLatin1String(text);
+    QTest::mouseClick(form.cmdSysExDecode, Qt::LeftButton);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Pane, ExportMessageTest,
+    ::testing::Values(
+        PaneRow{"LcdText",
+                [](auto&, auto& form, auto&) { Type(form, "Hi"); },
+                {MakeTextSysEx("Hi", "CP1252")}},
+        PaneRow{"LcdTextInAnotherLayout",
+                [](auto&, auto& form, auto&) {
+                    Type(form, "Hi");
+                    Layout(form, "0x", "h", ", ");
+                },
+                {MakeTextSysEx("Hi", "CP1252")}},
+        PaneRow{"DisplayNone",
+                [](auto&, auto& form, auto&) {
+                    QTest::mouseClick(form.cmdFDPageDisplay, Qt::LeftButton);
+                },
+                {MakeGraphicDisplaySysEx(0)}},
+        PaneRow{
+            "StoredPage", [](auto& window, auto&, auto&) { window.FDPixelMouseDown(17, 1); }, {[] {
+                Page page{};
+                page[17] = true;
+                return MakeGraphicStoreSysEx(page, 1);
+            }()}},
+        // The pane's lines after a run: the text message laid out, the invalid display as it
+        // came, in the plain spaced form.
+        PaneRow{"CleanedMessagesOfARun",
+                [](auto&, auto& form, auto& fake) {
+                    Layout(form, "0x", "", ",");
+                    Decode(form, fake,
+                           "0xF0,0x41,0x10,0x45,0x12,0x10,0x00,0x00,0x48,0x69,0x00,0xF7\r\n"
+                           "0xF0,0x41,0x10,0x45,0x12,0x10,0x20,0x00,0x0D,0x00,0xF7");
+                },
+                {"F0 41 10 45 12 10 00 00 48 69 3F F7", "F0 41 10 45 12 10 20 00 0D 00 F7"}}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+class ExportPagesTest : public FileMenuTest {
+protected:
+    // Pixels on pages 1, 4 and 10, drawn through the window; page 4 is left open, so the
+    // export must take the open page's pixels, not its stored copy.
+    void drawOnPages() {
+        window->FDPixelMouseDown(0, 1);
+        window->SetPageNum(10);
+        window->FDPixelMouseDown(255, 1);
+        window->SetPageNum(4);
+        window->FDPixelMouseDown(100, 1);
+        window->FDPixelMouseDown(101, 1);
+    }
+    std::vector<ByteArray> expectedStores() {
+        std::vector<ByteArray> stores;
+        for (int page = 1; page <= 10; ++page) {
+            Page pixels{};
+            if (page == 1) pixels[0] = true;
+            if (page == 10) pixels[255] = true;
+            if (page == 4) pixels[100] = pixels[101] = true;
+            stores.push_back(Bytes(MakeGraphicStoreSysEx(pixels, static_cast<std::uint8_t>(page))));
+        }
+        return stores;
+    }
+};
+
+// The same bytes as memory.txt holds once the window has closed, message for line.
+TEST_F(ExportPagesTest, TheTenStoreMessagesAsMemoryTxtHoldsThem) {
+    drawOnPages();
+    choose("actionExportPages", {path(QStringLiteral("pages"))});
+    ASSERT_EQ(fake.files.asked.size(), 1u);
+    EXPECT_EQ(fake.files.asked[0].kind, FileQuestion::Kind::Save);
+    EXPECT_TRUE(fake.files.asked[0].start.endsWith(QStringLiteral("/pages.syx")));
+    EXPECT_EQ(fake.files.asked[0].filters.value(0), QStringLiteral("SysEx files (*.syx)"));
+    EXPECT_EQ(fake.files.asked[0].defaultSuffix, QStringLiteral("syx"));
+    const ByteArray exported = read(path(QStringLiteral("pages")));
+    EXPECT_EQ(HexOf(exported), HexOf(WriteSyx(expectedStores())));
+
+    window->close();
+    QFile memory(folder.filePath(QStringLiteral("memory.txt")));
+    ASSERT_TRUE(memory.open(QIODevice::ReadOnly));
+    ByteArray fromMemory;
+    for (const QByteArray& line : memory.readAll().split('\n')) {
+        HexTextToBytes(line.trimmed().toStdString(), fromMemory);
+    }
+    EXPECT_EQ(HexOf(exported), HexOf(fromMemory));
+}
+
+// Prints "seconds bytes" for every SysEx message as mido plays the file.
+constexpr char kMidoTimes[] = R"(
+import sys, mido
+now = 0.0
+for msg in mido.MidiFile(sys.argv[1]):
+    now += msg.time
+    if msg.type == 'sysex':
+        print('%.6f' % now, ' '.join('%02X' % b for b in [0xF0, *msg.data, 0xF7]))
+)";
+
+TEST_F(ExportPagesTest, AsMidiTheStoresThenDisplayPageOneAtLeastFortyMsApart) {
+    drawOnPages();
+    const QString file = path(QStringLiteral("pages.mid"));
+    choose("actionExportMidi", {file});
+    std::vector<ByteArray> expected = expectedStores();
+    expected.push_back(Bytes(MakeGraphicDisplaySysEx(1)));
+
+    const MidiContents ours = ReadMidi(read(file));
+    EXPECT_FALSE(ours.error);
+    EXPECT_TRUE(ours.problems.empty());
+    ASSERT_EQ(ours.messages.size(), expected.size());
+    const QStringList mido = RunPython(kMidoTimes, {file});
+    ASSERT_EQ(mido.size(), qsizetype(expected.size()));
+    double ourLast = -1, midoLast = -1;
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        EXPECT_EQ(HexOf(ours.messages[i].bytes), HexOf(expected[i])) << i;
+        EXPECT_EQ(mido[qsizetype(i)].section(QLatin1Char(' '), 1).toStdString(),
+                  HexOf(expected[i]));
+        const double midoSeconds = mido[qsizetype(i)].section(QLatin1Char(' '), 0, 0).toDouble();
+        if (i > 0) {
+            // The pause comes after the previous message's bytes have left the cable.
+            const double wire = expected[i - 1].size() * 320e-6;
+            EXPECT_GE(ours.messages[i].seconds - ourLast, 0.040 + wire - 1e-9) << i;
+            EXPECT_GE(midoSeconds - midoLast, 0.040 + wire - 1e-6) << i;
+        }
+        ourLast = ours.messages[i].seconds;
+        midoLast = midoSeconds;
+    }
+    EXPECT_EQ(ours.messages.front().seconds, 0.0);
+}
+
+struct ReplaceRow {
+    const char* name;
+    Prompts::Answer answer;
+    bool replaced;
+};
+
+class ReplaceTest : public FileMenuTest, public ::testing::WithParamInterface<ReplaceRow> {};
+
+TEST_P(ReplaceTest, AnExistingFileIsReplacedOnlyOnYes) {
+    const QString file = write(QStringLiteral("old.syx"), QByteArray("keep me"));
+    fake.prompts.answers.push_back(GetParam().answer);
+    choose("actionExportPages", {file});
+    ASSERT_EQ(fake.prompts.shown.size(), 1u);
+    EXPECT_EQ(fake.prompts.shown[0].title, QStringLiteral("Replace file?"));
+    EXPECT_EQ(fake.prompts.shown[0].defaultAnswer, Prompts::Answer::No);
+    EXPECT_TRUE(fake.prompts.shown[0].prompt.startsWith(QDir::toNativeSeparators(file)));
+    EXPECT_EQ(read(file).size(), GetParam().replaced ? 740u : 7u);
+}
+
+INSTANTIATE_TEST_SUITE_P(Export, ReplaceTest,
+                         ::testing::Values(ReplaceRow{"Yes", Prompts::Answer::Yes, true},
+                                           ReplaceRow{"No", Prompts::Answer::No, false}),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(FileMenuTest, AFileThatCannotBeWrittenIsReported) {
+    const QString file = path(QStringLiteral("no such folder/pages.mid"));
+    choose("actionExportMidi", {file});
+    EXPECT_EQ(lastBoxTitle(), QStringLiteral("Cannot save file"));
+    EXPECT_TRUE(fake.prompts.shown.back().prompt.startsWith(QDir::toNativeSeparators(file)));
+    EXPECT_FALSE(QFile::exists(file));
+}
+
+TEST_F(FileMenuTest, ACancelledExportWritesNothing) {
+    choose("actionExportPages");
+    choose("actionExportMidi");
+    choose("actionExportMessage");
+    EXPECT_EQ(fake.files.asked.size(), 3u);
+    EXPECT_EQ(QDir(files.path())
+                  .entryList({QStringLiteral("*.syx"), QStringLiteral("*.mid")}, QDir::Files),
+              QStringList{});
+}
+
+}  // namespace
+}  // namespace lumidot::testing
