@@ -56,6 +56,7 @@ screenshot: build
 	tests/e2e/screenshot.sh $(BUILD)/lumidot docs/screenshot-drawing.png draw
 	tests/device/run_with_jack.sh bash -c '$(BUILD)/jack_receiver lumidot-receiver /dev/null & \
 	  sleep 1; tests/e2e/screenshot.sh $(BUILD)/lumidot docs/screenshot-midi.png midi; kill $$!'
+	tests/e2e/screenshot.sh $(BUILD)/lumidot docs/screenshot-import.png import
 
 clean:
 	rm -rf $(BUILD) $(SANITIZE) $(BUILD)-fuzz

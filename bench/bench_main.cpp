@@ -59,6 +59,11 @@ int main(int argc, char** argv) {
         RunLiveSendingBenchmark(platform);
         return 0;
     }
+    // "bench pictures" measures only the picture import and undo.
+    if (argc > 1 && QByteArray(argv[1]) == "pictures") {
+        RunPictureBenchmarks(platform, folder.path());
+        return 0;
+    }
     // "bench decode" measures only the decoding, for profiling.
     const bool onlyDecoding = argc > 1 && QByteArray(argv[1]) == "decode";
     if (!onlyDecoding) {
@@ -131,5 +136,6 @@ int main(int argc, char** argv) {
     if (!onlyDecoding) RunDeviceBenchmarks();
     if (!onlyDecoding) RunLiveSendingBenchmark(platform);
     if (!onlyDecoding) RunFileBenchmarks(folder.path());
+    if (!onlyDecoding) RunPictureBenchmarks(platform, folder.path());
     return 0;
 }

@@ -65,3 +65,6 @@ int RunPanePeer(int index, long long size);
 void RunDeviceBenchmarks();
 // The file benchmarks (bench_files.cpp), with their files in folder.
 void RunFileBenchmarks(const QString& folder);
+// The picture import and undo benchmarks (bench_pictures.cpp).
+namespace lumidot { struct Platform; }
+void RunPictureBenchmarks(lumidot::Platform& platform, const QString& folder);

@@ -74,6 +74,20 @@ bool ReadPage(const QString& text, bool noneAllowed, int& page, UsageError& erro
     return true;
 }
 
+bool ReadThreshold(const QString& text, Options& options, UsageError& error) {
+    bool ok = false;
+    const int threshold = text.toInt(&ok);
+    if (!ok || threshold < 0 || threshold > kMaxThreshold) {
+        error =
+            Usage(QStringLiteral("--threshold takes a number from 0 to 255, not \"%1\"").arg(text));
+        return false;
+    }
+    options.picture.threshold = threshold;
+    options.thresholdGiven = true;
+    options.pictureOptions = true;
+    return true;
+}
+
 }  // namespace
 
 std::variant<Options, UsageError> ParseCommandLine(const QStringList& arguments) {
@@ -105,6 +119,12 @@ std::variant<Options, UsageError> ParseCommandLine(const QStringList& arguments)
             options.json = true;
             continue;
         }
+        if (argument == QLatin1String("--dither") || argument == QLatin1String("--invert")) {
+            if (argument == QLatin1String("--dither")) options.picture.tone = PictureTone::Dither;
+            if (argument == QLatin1String("--invert")) options.picture.invert = true;
+            options.pictureOptions = true;
+            continue;
+        }
         // Options with a value: "--name VALUE" or "--name=VALUE".
         QString name = argument;
         QString value;
@@ -117,7 +137,8 @@ std::variant<Options, UsageError> ParseCommandLine(const QStringList& arguments)
         static const QStringList kValued = {
             QStringLiteral("--layout"),    QStringLiteral("--prefix"), QStringLiteral("--suffix"),
             QStringLiteral("--separator"), QStringLiteral("-o"),       QStringLiteral("--output"),
-            QStringLiteral("--api"),       QStringLiteral("--port"),   QStringLiteral("--gap")};
+            QStringLiteral("--api"),       QStringLiteral("--port"),   QStringLiteral("--gap"),
+            QStringLiteral("--threshold")};
         if (!kValued.contains(name)) {
             return Usage(QStringLiteral("unknown option %1").arg(name));
         }
@@ -152,6 +173,8 @@ std::variant<Options, UsageError> ParseCommandLine(const QStringList& arguments)
                                  .arg(kMostGapMs)
                                  .arg(value));
             }
+        } else if (name == QLatin1String("--threshold")) {
+            ok = ReadThreshold(value, options, error);
         } else {
             options.output = value;
         }
@@ -187,6 +210,12 @@ std::variant<Options, UsageError> ParseCommandLine(const QStringList& arguments)
     }
     if (options.command != Command::Send && (!options.port.isEmpty() || gapGiven)) {
         return Usage(QStringLiteral("--port and --gap go with send"));
+    }
+    if (options.pictureOptions && options.command != Command::Store) {
+        return Usage(QStringLiteral("--threshold, --dither and --invert go with store"));
+    }
+    if (options.thresholdGiven && options.picture.tone == PictureTone::Dither) {
+        return Usage(QStringLiteral("--threshold and --dither exclude each other"));
     }
     return options;
 }

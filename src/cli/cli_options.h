@@ -6,6 +6,7 @@
 #include <variant>
 
 #include "mainwindow/window_model.h"
+#include "pictures/picture_conversion.h"
 
 namespace lumidot::cli {
 
@@ -28,6 +29,11 @@ struct Options {
     QString api;
     QString port;
     int gapMs = 40;
+    // How store turns an image file into a page; pictureOptions is set when any of
+    // --threshold, --dither and --invert was given.
+    PictureOptions picture;
+    bool pictureOptions = false;
+    bool thresholdGiven = false;
 };
 
 struct UsageError {

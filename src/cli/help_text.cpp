@@ -36,7 +36,11 @@ COMMANDS
     store PAGE PICTURE
         The message that stores a picture in page PAGE (1 to 10). PICTURE is
         a file (- for standard input) of 16 lines of 16 characters, # for a
-        dot that is on and . for one that is off, top line first.
+        dot that is on and . for one that is off, top line first, or an image
+        file (PNG, BMP, GIF, JPEG, TIFF, PBM, PGM, PPM, XPM, ICO and others;
+        the first frame of an animation). An image is converted as Lumidot's
+        "Import picture" converts it: scaled to fit the 16 x 16 dots with
+        margins, its dark pixels on and its light and transparent ones off.
 
     describe [FILE|-]
         Explains every message of FILE, one numbered line each: a .syx file
@@ -78,6 +82,19 @@ OPTIONS
         (format 0, the message at the start) for .mid or .midi, hex text for
         any other name.
 
+    --threshold N
+        For an image in store: a pixel is on when its lightness (0 black to
+        255 white) is below N. 0 leaves every dot off, 255 turns every dot
+        on. The default is 128.
+
+    --dither
+        For an image in store: shades of grey become patterns of dots, by
+        error diffusion, instead of being cut at the threshold.
+
+    --invert
+        For an image in store: light pixels are on instead of dark ones (for
+        white on black). Transparent pixels stay off.
+
     --json
         describe and repair print one JSON document instead of lines.
 
@@ -101,9 +118,10 @@ OPTIONS
 EXIT STATUS
     0   success.
     1   bad input: a file that cannot be read or is damaged, a picture or
-        text that does not fit. Each problem is one line on standard error
-        that says what and where. What could be read of a damaged file is
-        still described or repaired.
+        text that does not fit, an image larger than 100 megapixels. Each
+        problem is one line on standard error that says what and where.
+        What could be read of a damaged file is still described or
+        repaired.
         For ports and send also: no MIDI system, no port of the name given,
         or a port that goes away while messages are sent.
     2   usage error: an unknown command or option, a missing argument.
@@ -120,6 +138,7 @@ EXAMPLES
     lumidot-cli text "Hello"
     lumidot-cli --layout 0x,,, display 3
     lumidot-cli store 1 heart.txt -o heart.mid
+    lumidot-cli --dither store 2 photo.jpg
     lumidot-cli describe song.mid
     lumidot-cli repair song.mid fixed.mid
     lumidot-cli ports

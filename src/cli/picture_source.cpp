@@ -1,8 +1,11 @@
 #include "cli/picture_source.h"
 
 #include <QStringList>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include "cli/cli_io.h"
+#include "pictures/picture_file.h"
 
 namespace lumidot::cli {
 namespace {
@@ -45,12 +48,69 @@ std::optional<Page> ParseDots(const QString& text, const QString& name, QString&
     return page;
 }
 
+// Qt's image readers, and libpng under them, write their own complaints to standard error
+// as they fail; the command line reports each problem in one line of its own, with the
+// reader's reason, so standard error leads nowhere while a picture is read.
+class QuietImageReaders {
+public:
+    QuietImageReaders() : saved_(dup(STDERR_FILENO)) {
+        const int nowhere = open("/dev/null", O_WRONLY);
+        if (saved_ >= 0 && nowhere >= 0) dup2(nowhere, STDERR_FILENO);
+        if (nowhere >= 0) close(nowhere);
+    }
+    ~QuietImageReaders() {
+        if (saved_ < 0) return;
+        dup2(saved_, STDERR_FILENO);
+        close(saved_);
+    }
+    QuietImageReaders(const QuietImageReaders&) = delete;
+    QuietImageReaders& operator=(const QuietImageReaders&) = delete;
+
+private:
+    int saved_;
+};
+
+// The reader's reason, a sentence, as the rest of a one-line report.
+QString AsReport(const QString& name, const QString& problem) {
+    QString rest = problem;
+    if (rest.endsWith(QLatin1Char('.'))) rest.chop(1);
+    if (!rest.isEmpty()) rest[0] = rest[0].toLower();
+    return name + QStringLiteral(": ") + rest;
+}
+
+std::optional<Page> Converted(const PictureFrames& read, const QString& name,
+                              const PictureOptions& options, QString& error) {
+    if (!read.ok()) {
+        error = AsReport(name, read.problem);
+        return std::nullopt;
+    }
+    return ConvertPicture(read.frames.front(), options);
+}
+
 }  // namespace
 
-std::optional<Page> ReadPicture(const QString& path, QString& error) {
+std::optional<Page> ReadPicture(const QString& path, const PictureOptions& options,
+                                bool optionsGiven, QString& error) {
+    const QString name = DisplayName(path);
+    const QuietImageReaders quiet;
+    const bool standardInput = path == QLatin1String("-");
+    // A file named as a picture is read as one even when it is not, so that a damaged
+    // photo is reported as such rather than as a text of the wrong shape.
+    if (!standardInput && (HasPictureSuffix(path) || IsPictureFile(path))) {
+        return Converted(ReadPictureFile(path, 1), name, options, error);
+    }
     const std::optional<QByteArray> bytes = ReadInput(path, error);
     if (!bytes) return std::nullopt;
-    return ParseDots(QString::fromUtf8(*bytes), DisplayName(path), error);
+    if (standardInput && LooksLikePicture(*bytes)) {
+        return Converted(ReadPictureData(*bytes, 1), name, options, error);
+    }
+    if (optionsGiven) {
+        error = QStringLiteral("%1: --threshold, --dither and --invert are for image files, not "
+                               "for a picture of # and .")
+                    .arg(name);
+        return std::nullopt;
+    }
+    return ParseDots(QString::fromUtf8(*bytes), name, error);
 }
 
 }  // namespace lumidot::cli

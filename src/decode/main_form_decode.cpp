@@ -7,6 +7,7 @@
 #include "decode/decode_text.h"
 #include "decode/decoding_run.h"
 #include "decode/frm_decoded.h"
+#include "editor/edit_history.h"
 #include "mainwindow/clipboard_access.h"
 #include "mainwindow/main_form.h"
 #include "mainwindow/text_box_keys.h"
@@ -52,10 +53,9 @@ void MainForm::cmdSysExDecode_Click() {
     const HexCheck check = run.check();
     if (check != HexCheck::Ok) {
         const CheckFailure failure = FailureFor(check);
-        platform_.prompts.showMessage(this, QString::fromLatin1(failure.title),
-                                      QString::fromLatin1(failure.prompt),
-                                      Prompts::Icon::Exclamation, Prompts::Buttons::Ok,
-                                      Prompts::Answer::Ok);
+        platform_.prompts.showMessage(
+            this, QString::fromLatin1(failure.title), QString::fromLatin1(failure.prompt),
+            Prompts::Icon::Exclamation, Prompts::Buttons::Ok, Prompts::Answer::Ok);
         run.restorePane();
         refreshView();
         return;
@@ -68,7 +68,10 @@ void MainForm::cmdSysExDecode_Click() {
     showDecodingResults(run.count(), run.results());
 }
 
-bool MainForm::workOnModel(const std::function<bool(const std::function<bool()>&)>& work) {
+bool MainForm::workOnModel(const std::function<bool(const std::function<bool()>&)>& work,
+                           const QString& step) {
+    // Ended with the work, before any results window shows.
+    const EditGroup group(*history_, step);
     // The messages are taken over into the model alone; the widgets follow once at the end.
     // Meanwhile the window keeps repainting and a signal to close is honoured: the work stops
     // there and the pages are saved as far as it got.

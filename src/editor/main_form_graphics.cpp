@@ -4,6 +4,7 @@
 
 #include "codec/graphic_page.h"
 #include "editor/drag_handle.h"
+#include "editor/edit_history.h"
 #include "pages/page_ops.h"
 #include "editor/pixel_grid.h"
 #include "editor/up_down.h"
@@ -112,27 +113,33 @@ void MainForm::cmdFDClear_Click() {
         QStringLiteral("Really erase this page?"), Prompts::Icon::Question, Prompts::Buttons::YesNo,
         Prompts::Answer::Yes);
     if (answer != Prompts::Answer::Yes) return;
+    const EditGroup step(*history_, QStringLiteral("Clear"));
     model_.editPage([](const Page&) { return ClearedPage(); });
     refreshView();
 }
 
 void MainForm::cmdFDInvert_Click() {
+    const EditGroup step(*history_, QStringLiteral("Invert"));
     model_.editPage(Invert);
     refreshView();
 }
 void MainForm::cmdFDShiftUp_Click() {
+    const EditGroup step(*history_, QStringLiteral("Shift"));
     model_.editPage(ShiftUp);
     refreshView();
 }
 void MainForm::cmdFDShiftDown_Click() {
+    const EditGroup step(*history_, QStringLiteral("Shift"));
     model_.editPage(ShiftDown);
     refreshView();
 }
 void MainForm::cmdFDShiftLeft_Click() {
+    const EditGroup step(*history_, QStringLiteral("Shift"));
     model_.editPage(ShiftLeft);
     refreshView();
 }
 void MainForm::cmdFDShiftRight_Click() {
+    const EditGroup step(*history_, QStringLiteral("Shift"));
     model_.editPage(ShiftRight);
     refreshView();
 }
@@ -151,7 +158,9 @@ void MainForm::cmdFDCopy_Click() {
 
     const int dest = pageCopy_->GetPageNumDest();
     if (!IsPageNumber(dest)) return;  // cancelled
+    EditGroup step(*history_, QStringLiteral("Copy to page %1").arg(dest));
     model_.pages().copyTo(dest);
+    step.finish();
     platform().prompts.showMessage(
         this, QStringLiteral("Copied"),
         QStringLiteral("Copied to page %1\r\nYou are still editing page %2.")
@@ -165,6 +174,11 @@ void MainForm::cmdFDCopy_Click() {
 void MainForm::FDPixelMouseMove(int index, int /*buttons*/, int shift) {
     FDPixelUnderMouse = static_cast<std::int16_t>(index);
     if (shift != kShiftMask && shift != kCtrlMask) return;
+    paint(index, shift, false);
+}
+
+void MainForm::paint(int index, int shift, bool byKey) {
+    history_->painting(byKey);
     model_.paintPixel(index, shift == kShiftMask);
     refreshView();
 }
@@ -182,9 +196,9 @@ void MainForm::Form_KeyDown(int keyCode, int /*shift*/) {
     // Only the key that went down counts, so Shift pressed while Ctrl is held still paints.
     if (FDPixelUnderMouse < 0) return;
     if (keyCode == kKeyShift) {
-        FDPixelMouseMove(FDPixelUnderMouse, 0, kShiftMask);
+        paint(FDPixelUnderMouse, kShiftMask, true);
     } else if (keyCode == kKeyCtrl) {
-        FDPixelMouseMove(FDPixelUnderMouse, 0, kCtrlMask);
+        paint(FDPixelUnderMouse, kCtrlMask, true);
     }
 }
 
@@ -197,6 +211,7 @@ void MainForm::picMove_MouseDown(double x, double y) {
 
 void MainForm::picMove_MouseMove(int buttons, double x, double y) {
     if (buttons != kLeftButton) return;
+    history_->dragging();
     // Across first, then down.
     DragAlong(*this, FDDragX, x, kDragStepX, &MainForm::cmdFDShiftRight_Click,
               &MainForm::cmdFDShiftLeft_Click);

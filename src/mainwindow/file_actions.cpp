@@ -205,7 +205,7 @@ bool FileActions::takeOver(const QString& path, FileMessages& messages) {
         model.writeOutput(list.cleaned());
         model.setSkipOutputLayout(false);
         return true;
-    });
+    }, tr("Open file"));
     progress.reset();
     busy_ = false;
     if (!finished) return false;

@@ -12,6 +12,8 @@
 
 #include "codec/code_page.h"
 #include "decode/frm_decoded.h"
+#include "editor/edit_history.h"
+#include "editor/picture_actions.h"
 #include "mainwindow/clipboard_access.h"
 #include "mainwindow/file_actions.h"
 #include "mainwindow/look.h"
@@ -82,12 +84,15 @@ MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent,
     ui->frmTextInArrow32->hide();
 
     model_.setCopier([this](const QString& text) { SetClipboardText(platform_, text, this); });
+    history_ = std::make_unique<EditHistory>(model_, [this] { refreshView(); });
     connectOutput();
     connectGraphicEditor();
     menus_ = AddProgramMenus(*this);
     new FileActions(*this);
     midi_ = std::make_unique<MidiMenu>(*this);
+    pictures_ = new PictureActions(*this);
     setUpKeyboardAndMouse();
+    history_->watch(this);
 }
 
 MainForm::~MainForm() {

@@ -33,6 +33,8 @@ class MainForm;
 
 namespace lumidot {
 
+class EditHistory;
+class PictureActions;
 class frmDecoded;
 class MidiMenu;
 class StorageSession;
@@ -60,6 +62,10 @@ public:
     WindowModel& model() { return model_; }
     const WindowModel& model() const { return model_; }
     MidiMenu& midi() { return *midi_; }
+    // Undo and redo of the pages; an action that changes pages wraps itself in an EditGroup.
+    EditHistory& history() { return *history_; }
+    // Pictures in and out: import, export, the clipboard's images, drops on the grid.
+    PictureActions& pictures() { return *pictures_; }
 
     // --- graphic pages (editor/main_form_graphics.cpp) ---
     const Page& FDPixels() const { return model_.pages().pixels(); }
@@ -115,8 +121,10 @@ public:
     // Runs work on the model alone, with the view held until it ends. work calls keepGoing
     // every so often: the window repaints there, user input waits, and false means the
     // window is closing and work should stop (and return false). The view follows once at
-    // the end of work that finished. Returns what work returned.
-    bool workOnModel(const std::function<bool(const std::function<bool()>& keepGoing)>& work);
+    // the end of work that finished. Returns what work returned. Whatever work changes in the
+    // pages is one step of the undo history, named step ("Undo Decoded message").
+    bool workOnModel(const std::function<bool(const std::function<bool()>& keepGoing)>& work,
+                     const QString& step = QStringLiteral("Decoded message"));
     // Lets the memory of the last results go, before new ones are made.
     void forgetDecodingResults();
     // Shows these results in the results window, modally.
@@ -150,6 +158,7 @@ private:
     void connectGraphicEditor();
     void connectOutput();
     void setUpKeyboardAndMouse();
+    void paint(int index, int shift, bool byKey);
 
     std::unique_ptr<Ui::MainForm> ui;
     QWidget* client_ = nullptr;
@@ -164,6 +173,8 @@ private:
     std::unique_ptr<frmPageCopy> pageCopy_;
     frmPageCopy::Memory pageCopyMemory_;
     std::unique_ptr<frmDecoded> decoded_;
+    std::unique_ptr<EditHistory> history_;
+    PictureActions* pictures_ = nullptr;  // a child of the window
     std::int16_t FDPixelUnderMouse = -1;  // cell the pointer last moved over, or -1
     float FDDragX = 0;                    // drag anchor on picMove, in pixels
     float FDDragY = 0;

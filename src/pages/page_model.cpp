@@ -46,4 +46,23 @@ void PageModel::copyTo(int number) {
     notify(Change::Memory, number);
 }
 
+void PageModel::setPage(int number, const Page& pixels) {
+    if (!IsPageNumber(number)) return;
+    if (number == current_) {
+        setPixels(pixels);
+        return;
+    }
+    memory_[number - 1] = pixels;
+    notify(Change::Memory, number);
+}
+
+void PageModel::restore(const Pages& pages, int current) {
+    if (!IsPageNumber(current)) return;
+    memory_ = pages;
+    const bool opens = current != current_;
+    current_ = current;
+    pixels_ = memory_[current_ - 1];
+    notify(opens ? Change::OpenPage : Change::Pixels, current_);
+}
+
 }  // namespace lumidot

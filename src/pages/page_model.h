@@ -46,6 +46,11 @@ public:
     void apply(Page (*operation)(const Page&));
     // Stores the open page's pixels as page number; the open page itself stays as it is.
     void copyTo(int number);
+    // Sets page number as the user sees it: the open page's pixels, or a stored page.
+    void setPage(int number, const Page& pixels);
+    // Puts back all ten pages and the open page at once, as an undo does: pages[n - 1] is
+    // page n as the user sees it, and page current is opened without storing anything.
+    void restore(const Pages& pages, int current);
 
     void setListener(Listener listener) { listener_ = std::move(listener); }
 

@@ -39,6 +39,19 @@ if [[ "${3:-}" == "midi" ]]; then
   point_at 3 300
   xdotool key alt; sleep 0.3; xdotool key m; sleep 0.8
 fi
+if [[ "${3:-}" == "import" ]]; then
+  # The import dialog on a drawn picture: a quaver, black on white, larger than the page.
+  convert -size 240x180 xc:white -fill black -draw "ellipse 90,140 38,28 0,360" \
+    -draw "rectangle 120,20 132,140" -draw "polygon 132,20 190,60 190,84 132,44" \
+    "$E2E_TMP/quaver.png"
+  # No window manager gives the window the keyboard: the shortcut needs it.
+  point_at 3 300; xdotool windowfocus --sync "$WINDOW"; sleep 0.3
+  xdotool key ctrl+i
+  wait_window 'Import Picture' >/dev/null; sleep 0.5
+  xdotool type --delay 10 "$E2E_TMP/quaver.png"; xdotool key Return
+  sleep 1
+  WINDOW=$(xdotool getactivewindow 2>/dev/null || xdotool search --onlyvisible --name 'Import Picture' | tail -1)
+fi
 sleep 0.3
 geometry=$(xdotool getwindowgeometry --shell "$WINDOW")
 eval "$geometry"

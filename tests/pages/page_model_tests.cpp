@@ -110,5 +110,32 @@ TEST_F(PageModelTest, EveryChangeIsReportedOnce) {
     EXPECT_EQ(model.pixels(), PixelsOn({5}));
 }
 
+// What an undo does: every page put back and a page opened, whatever was open or unsaved.
+TEST_F(PageModelTest, RestoringPutsBackEveryPageAndOpensTheGivenOneWithoutStoringTheOpenOne) {
+    Pages saved{};
+    saved[1] = PixelsOn({2});
+    saved[6] = PixelsOn({6, 7});
+    model.setPixels(PixelsOn({100}));  // page 1 edited, not yet stored
+    model.setPage(4, PixelsOn({44}));
+    EXPECT_EQ(model.page(4), PixelsOn({44}));
+    model.setPage(1, PixelsOn({11}));
+    EXPECT_EQ(model.pixels(), PixelsOn({11})) << "the open page is set where it is edited";
+
+    model.restore(saved, 7);
+    EXPECT_EQ(model.current(), 7);
+    EXPECT_EQ(model.pixels(), PixelsOn({6, 7}));
+    EXPECT_EQ(model.all(), saved) << "the edits of page 1 are not stored on the way";
+    ASSERT_TRUE(model.open(2));
+    EXPECT_EQ(model.pixels(), PixelsOn({2}));
+    model.restore(saved, 2);
+    model.restore(saved, 0);  // not a page: nothing
+    const std::vector<std::pair<PageModel::Change, int>> expected = {
+        {PageModel::Change::Pixels, 1}, {PageModel::Change::Memory, 4},
+        {PageModel::Change::Pixels, 1}, {PageModel::Change::OpenPage, 7},
+        {PageModel::Change::OpenPage, 2}, {PageModel::Change::Pixels, 2},
+    };
+    EXPECT_EQ(changes, expected);
+}
+
 }  // namespace
 }  // namespace lumidot

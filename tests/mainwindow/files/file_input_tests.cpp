@@ -127,7 +127,8 @@ TEST_F(FileMenuTest, EveryItemHasItsOwnAccessKey) {
     EXPECT_EQ(texts,
               (QStringList{"&Open...", "Open &Recent", "Export &message as .syx...",
                            "Export all &pages as .syx...", "Export all pages as M&IDI file...",
-                           "Repair &checksums in file...", "&Quit"}));
+                           "Repair &checksums in file...", "Import pic&ture...",
+                           "&Export page as image...", "&Quit"}));
     EXPECT_EQ(action("actionOpen")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_O));
 }
 
