@@ -1,16 +1,56 @@
 #include "mainwindow/program_menus.h"
 
+#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
+#include <QShortcutEvent>
 
 #include "mainwindow/main_form.h"
 
 namespace lumidot {
 
+namespace {
+
+// The window's buttons keep their access keys when a menu's title underlines the same
+// letter: Alt+F reads from the clipboard and Alt+E clears the page, as before there was a
+// menu bar, and those menus open with Alt and then the letter. Qt hands a key
+// that two owners share to each in turn as "ambiguous", which only focuses a button; this
+// filter on both owners turns every such press into the button's click.
+class WindowKeysFirst : public QObject {
+public:
+    WindowKeysFirst(QWidget* client, QMenuBar* bar) : QObject(bar), client_(client) {
+        bar->installEventFilter(this);
+        for (QAbstractButton* button : client->findChildren<QAbstractButton*>()) {
+            button->installEventFilter(this);
+        }
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::Shortcut) return false;
+        const auto* shortcut = static_cast<QShortcutEvent*>(event);
+        if (!shortcut->isAmbiguous()) return false;
+        for (QAbstractButton* button : client_->findChildren<QAbstractButton*>()) {
+            if (button->isVisible() && button->isEnabled() &&
+                QKeySequence::mnemonic(button->text()) == shortcut->key()) {
+                button->setFocus(Qt::ShortcutFocusReason);
+                button->animateClick();
+                return true;
+            }
+        }
+        return false;
+    }
+
+private:
+    QWidget* client_;
+};
+
+}  // namespace
+
 ProgramMenus AddProgramMenus(MainForm& window) {
     QMenuBar* bar = window.menuBar();
+    new WindowKeysFirst(window.clientArea(), bar);
     QMenu* file = bar->addMenu(QObject::tr("&File"));
     file->setObjectName(QStringLiteral("menuFile"));
     QAction* fileEnd = file->addSeparator();
