@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <QPainter>
+#include <QRadioButton>
 #include <QSlider>
 #include <QTemporaryDir>
 #include <QUndoStack>
@@ -69,6 +70,21 @@ void RunPictureBenchmarks(lumidot::Platform& platform, const QString& folder) {
     auto* slider = dialog.findChild<QSlider*>(QStringLiteral("thresholdSlider"));
     Print("import preview updated after a threshold slider move", 500,
           Measure(500, [&](int i) { slider->setValue(i % 2 ? 90 : 170); }));
+    // A change of fit scales the reduced photo again; dithering diffuses over it.
+    auto* margins = dialog.findChild<QRadioButton*>(QStringLiteral("fitMargins"));
+    auto* crop = dialog.findChild<QRadioButton*>(QStringLiteral("fitCrop"));
+    auto* dither = dialog.findChild<QRadioButton*>(QStringLiteral("toneDither"));
+    auto* threshold = dialog.findChild<QRadioButton*>(QStringLiteral("toneThreshold"));
+    Print("import preview updated after a change of fit", 200,
+          Measure(200, [&](int i) { (i % 2 ? margins : crop)->setChecked(true); }));
+    Print("import preview updated after dithering on or off", 200,
+          Measure(200, [&](int i) { (i % 2 ? threshold : dither)->setChecked(true); }));
+    dialog.show();
+    Print("slider move with the dialog painted again", 200, Measure(200, [&](int i) {
+              slider->setValue(i % 2 ? 90 : 170);
+              dialog.grab();
+          }));
+    dialog.hide();
 
     lumidot::MainForm window(platform, folder);
     window.Form_Load();
