@@ -6,26 +6,7 @@ BINARY=$1
 HERE=$(cd "$(dirname "$0")" && pwd)
 source "$HERE/xlib.sh"
 
-
-# Waits up to 5 s for the clipboard to hold the expected text, then checks it.
-check_clipboard() {  # check_clipboard NAME EXPECTED
-  local i actual
-  for i in $(seq 50); do
-    actual=$(clipboard)
-    [[ "$actual" == "$2" ]] && break
-    sleep 0.1
-  done
-  check "$1" "$2" "$actual"
-}
-
-if ! start_xvfb >"$E2E_TMP/xvfb-reason" 2>&1; then
-  reason=$(cat "$E2E_TMP/xvfb-reason")
-  echo "FAILED: the end-to-end test needs an X server: $reason"
-  exit 1
-fi
-for tool in xdotool xclip; do
-  command -v $tool >/dev/null || { echo "FAILED: $tool is not installed"; exit 1; }
-done
+begin_e2e xdotool xclip
 
 APPDIR="$E2E_TMP/app"
 start_app "$APPDIR" "$BINARY"
@@ -96,9 +77,9 @@ click_at $TXT_PREFIX
 xdotool type --delay 40 "0x"; sleep 0.3
 kill -TERM "$APP_PID"
 if wait_app_end; then
-  echo "ok: SIGTERM ends the program"; passes=$((passes + 1))
+  passed "SIGTERM ends the program"
 else
-  echo "FAILED: the program did not end after SIGTERM"; failures=$((failures + 1))
+  failed "the program did not end after SIGTERM"
 fi
 expected_memory=$( { store_message 1 39; printf '\r\n'; store_message 2 80; printf '\r\n'
   printf '%s\r\n' "$DIAGONAL"; for p in $(seq 4 10); do store_message "$p"; printf '\r\n'; done; } | od -An -tx1 | tr -d ' \n')

@@ -9,36 +9,18 @@ BINARY=$1
 HERE=$(cd "$(dirname "$0")" && pwd)
 source "$HERE/xlib.sh"
 
-failures=0
-passes=0
-check() {  # check NAME EXPECTED ACTUAL
-  if [[ "$2" == "$3" ]]; then
-    echo "ok: $1"; passes=$((passes + 1))
-  else
-    echo "FAILED: $1"; echo "  expected: $2"; echo "  actual:   $3"
-    failures=$((failures + 1))
-  fi
-}
-
 # Types a path into the file dialog titled $1, once it is up, and accepts it.
 answer_dialog() {  # answer_dialog TITLE PATH
   local dialog
   dialog=$(wait_window "^$1\$")
-  [[ -n "$dialog" ]] || { echo "FAILED: no dialog titled $1"; failures=$((failures + 1)); return 1; }
+  [[ -n "$dialog" ]] || { failed "no dialog titled $1"; return 1; }
   # Keys go where the pointer is; the file name box has the focus.
   xdotool mousemove --window "$dialog" 100 60; sleep 0.3
   xdotool type --delay 20 "$2"; sleep 0.3
   xdotool key Return; sleep 0.8
 }
 
-if ! start_xvfb >"$E2E_TMP/xvfb-reason" 2>&1; then
-  reason=$(cat "$E2E_TMP/xvfb-reason")
-  echo "FAILED: the end-to-end test needs an X server: $reason"
-  exit 1
-fi
-for tool in xdotool xclip; do
-  command -v $tool >/dev/null || { echo "FAILED: $tool is not installed"; exit 1; }
-done
+begin_e2e xdotool xclip
 
 # A format 1 song by another MIDI library: a tempo track, then a track with the LCD text
 # "abc" at the start and the diagonal stored as page 3 one beat (0.25 s) later.
@@ -86,15 +68,14 @@ xdotool key alt; sleep 0.3
 xdotool key f; sleep 0.4
 xdotool key p
 answer_dialog "Export all pages as .syx" "$EXPORT"
-[[ -f "$EXPORT" ]] && { echo "ok: the pages were exported"; passes=$((passes + 1)); } ||
-  { echo "FAILED: no $EXPORT"; failures=$((failures + 1)); }
+if [[ -f "$EXPORT" ]]; then passed "the pages were exported"; else failed "no $EXPORT"; fi
 
 # --- after closing, memory.txt holds the same messages --------------------------
 kill -TERM "$APP_PID"
 if wait_app_end; then
-  echo "ok: SIGTERM ends the program"; passes=$((passes + 1))
+  passed "SIGTERM ends the program"
 else
-  echo "FAILED: the program did not end after SIGTERM"; failures=$((failures + 1))
+  failed "the program did not end after SIGTERM"
 fi
 expected_memory=$( { store_message 1; printf '\r\n'; store_message 2; printf '\r\n'
   printf '%s\r\n' "$DIAGONAL"; for p in $(seq 4 10); do store_message "$p"; printf '\r\n'; done; } )
@@ -119,8 +100,7 @@ if [[ -n "$RESULTS" ]]; then
     "$(clipboard)"
   xdotool key Return; sleep 0.3
 else
-  echo "FAILED: Open Recent opened no results window"; failures=$((failures + 1))
+  failed "Open Recent opened no results window"
 fi
 
-echo "$passes passed, $failures failed"
-[[ $failures -eq 0 ]]
+checks_end

@@ -18,13 +18,7 @@ if [[ -z "${JACK_DEFAULT_SERVER:-}" || "${LUMIDOT_MIDI_API:-}" != jack ]]; then
   echo "FAILED: run this through tests/device/run_with_jack.sh (ctest does), which starts JACK"
   exit 1
 fi
-if ! start_xvfb >"$E2E_TMP/xvfb-reason" 2>&1; then
-  echo "FAILED: the end-to-end test needs an X server: $(cat "$E2E_TMP/xvfb-reason")"
-  exit 1
-fi
-for tool in xdotool jack_lsp python3; do
-  command -v $tool >/dev/null || { echo "FAILED: $tool is not installed"; exit 1; }
-done
+begin_e2e xdotool jack_lsp python3
 
 # The receiver goes before the program and the X server, whatever happens.
 RECEIVER_PID=

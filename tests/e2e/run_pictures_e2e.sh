@@ -7,33 +7,7 @@ BINARY=$1
 HERE=$(cd "$(dirname "$0")" && pwd)
 source "$HERE/xlib.sh"
 
-failures=0
-passes=0
-check() {  # check NAME EXPECTED ACTUAL
-  if [[ "$2" == "$3" ]]; then
-    echo "ok: $1"; passes=$((passes + 1))
-  else
-    echo "FAILED: $1"; echo "  expected: $2"; echo "  actual:   $3"
-    failures=$((failures + 1))
-  fi
-}
-check_clipboard() {  # check_clipboard NAME EXPECTED: waits up to 5 s for it
-  local i actual
-  for i in $(seq 50); do
-    actual=$(clipboard)
-    [[ "$actual" == "$2" ]] && break
-    sleep 0.1
-  done
-  check "$1" "$2" "$actual"
-}
-
-if ! start_xvfb >"$E2E_TMP/xvfb-reason" 2>&1; then
-  echo "FAILED: the end-to-end test needs an X server: $(cat "$E2E_TMP/xvfb-reason")"
-  exit 1
-fi
-for tool in xdotool xclip convert; do
-  command -v $tool >/dev/null || { echo "FAILED: $tool is not installed"; exit 1; }
-done
+begin_e2e xdotool xclip convert
 
 # The picture: 16 x 16, black on white, a diagonal from the top left and a dot at row 3,
 # column 12. Written as a plain PBM (1 is black), then made a PNG.
@@ -92,5 +66,4 @@ check_clipboard "Ctrl+Z brings back the message before the import" "$(store_mess
 xdotool key ctrl+y
 check_clipboard "Ctrl+Y imports it again" "$(store_message 1 "${PICTURE_CELLS[@]}")"
 
-echo "$passes passed, $failures failed"
-[[ $failures -eq 0 ]]
+checks_end

@@ -9,14 +9,7 @@ BINARY=$1
 HERE=$(cd "$(dirname "$0")" && pwd)
 source "$HERE/xlib.sh"
 
-
-if ! start_xvfb >"$E2E_TMP/xvfb-reason" 2>&1; then
-  echo "FAILED: $(cat "$E2E_TMP/xvfb-reason")"
-  exit 1
-fi
-for tool in xdotool xclip setpriv; do
-  command -v $tool >/dev/null || { echo "FAILED: $tool is not installed"; exit 1; }
-done
+begin_e2e xdotool xclip setpriv
 
 # Every copy started here, so that the clean-up ends them all.
 PIDS=()

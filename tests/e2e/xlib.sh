@@ -35,6 +35,32 @@ checks_end() {
   echo "$passes passed, $failures failed"
   [[ $failures -eq 0 ]]
 }
+passed() { echo "ok: $1"; passes=$((passes + 1)); }
+failed() { echo "FAILED: $1"; failures=$((failures + 1)); }
+
+# Waits up to 5 s for the clipboard to hold the expected text, then checks it.
+check_clipboard() {  # check_clipboard NAME EXPECTED
+  local i actual
+  for i in $(seq 50); do
+    actual=$(clipboard)
+    [[ "$actual" == "$2" ]] && break
+    sleep 0.1
+  done
+  check "$1" "$2" "$actual"
+}
+
+# Starts Xvfb and makes sure the tools named are there; otherwise ends the test as failed,
+# saying why.
+begin_e2e() {  # begin_e2e TOOL...
+  if ! start_xvfb >"$E2E_TMP/xvfb-reason" 2>&1; then
+    echo "FAILED: the end-to-end test needs an X server: $(cat "$E2E_TMP/xvfb-reason")"
+    exit 1
+  fi
+  local tool
+  for tool in "$@"; do
+    command -v "$tool" >/dev/null || { echo "FAILED: $tool is not installed"; exit 1; }
+  done
+}
 
 # Starts Xvfb on a display number that the server picks itself and reports when it is
 # ready, so that two tests starting at once never end up sharing one server; returns 1 when
