@@ -45,10 +45,17 @@ public:
     }
 
 private:
+    // Brings back one side of the step and opens a page it changed, so that the user sees
+    // what came back: the page that was open then when the step changed it, otherwise the
+    // first page the step changed (after "Copy to page 4" from page 3, page 4).
     void put(Page PageChange::*side, int current) {
         std::vector<std::pair<int, const Page*>> pages;
-        for (const PageChange& change : changes_) pages.push_back({change.page, &(change.*side)});
-        apply_(pages, current);
+        bool currentChanged = false;
+        for (const PageChange& change : changes_) {
+            pages.push_back({change.page, &(change.*side)});
+            currentChanged = currentChanged || change.page == current;
+        }
+        apply_(pages, currentChanged ? current : changes_.front().page);
     }
 
     std::vector<PageChange> changes_;

@@ -88,7 +88,7 @@ MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent,
     connectOutput();
     connectGraphicEditor();
     menus_ = AddProgramMenus(*this);
-    new FileActions(*this);
+    files_ = new FileActions(*this);
     midi_ = std::make_unique<MidiMenu>(*this);
     pictures_ = new PictureActions(*this);
     setUpKeyboardAndMouse();
@@ -96,9 +96,13 @@ MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent,
 }
 
 MainForm::~MainForm() {
-    // The children are torn down after this; no event of theirs may reach the filter.
+    // The children are torn down after this; no event of theirs may reach the filter, nor
+    // the filters of the helpers that watch the whole application for the window, which
+    // would otherwise see those events when only the QWidget part of the window is left.
     qApp->removeEventFilter(this);
     ui->frmFrameDraw->removeEventFilter(this);
+    delete pictures_;
+    delete files_;
 }
 
 void MainForm::Form_Load() {

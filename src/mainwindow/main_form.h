@@ -34,6 +34,7 @@ class MainForm;
 namespace lumidot {
 
 class EditHistory;
+class FileActions;
 class PictureActions;
 class frmDecoded;
 class MidiMenu;
@@ -175,6 +176,7 @@ private:
     std::unique_ptr<frmDecoded> decoded_;
     std::unique_ptr<EditHistory> history_;
     PictureActions* pictures_ = nullptr;  // a child of the window
+    FileActions* files_ = nullptr;        // a child of the window
     std::int16_t FDPixelUnderMouse = -1;  // cell the pointer last moved over, or -1
     float FDDragX = 0;                    // drag anchor on picMove, in pixels
     float FDDragY = 0;

@@ -1,10 +1,11 @@
 // Undo and redo of the pages through the real window: every kind of change is one step that
-// puts back the exact pages and the page that was open, and the keys that paint (Ctrl over a
+// puts back the exact pages and opens a page it changed, and the keys that paint (Ctrl over a
 // cell) do not leave a mark when they start the undo shortcut.
 #include <QAction>
 #include <QKeyEvent>
 #include <QTemporaryDir>
 #include <QUndoStack>
+#include <algorithm>
 #include <functional>
 
 #include "editor/edit_history.h"
@@ -87,17 +88,30 @@ TEST_P(StepTest, UndoneAndRedoneRestoresTheExactPagesAndTheOpenPage) {
     EXPECT_EQ(stack().count(), 1) << "the whole action is one step";
     EXPECT_EQ(undoItem(), QStringLiteral("Undo %1").arg(QLatin1String(row.item)));
 
-    // Away to another page and another mode: the undo comes back to the page of the step.
+    // Away to another page and another mode: the undo comes back to a page of the step, the
+    // one open then if the step changed it, else the first it changed.
+    const auto shown = [&](Snapshot state) {
+        std::vector<int> changed;
+        for (int page = 1; page <= 10; ++page) {
+            if (before.pages[std::size_t(page - 1)] != after.pages[std::size_t(page - 1)]) {
+                changed.push_back(page);
+            }
+        }
+        if (std::find(changed.begin(), changed.end(), state.current) == changed.end()) {
+            state.current = changed.front();
+        }
+        return state;
+    };
     window->SetPageNum(9);
     press("optSEGDisplay");
     undo();
-    expectShown(before);
+    expectShown(shown(before));
     EXPECT_EQ(redoItem(), QStringLiteral("Redo %1").arg(QLatin1String(row.item)));
     window->SetPageNum(8);
     redo();
-    expectShown(after);
+    expectShown(shown(after));
     undo();
-    expectShown(before);
+    expectShown(shown(before));
 }
 
 Page Stroke() {
