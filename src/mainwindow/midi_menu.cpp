@@ -165,21 +165,21 @@ void MidiMenu::showPorts() {
     shownPorts_ = std::move(items);
     qDeleteAll(portItems_);
     portItems_.clear();
-    for (const PortItem& spec : shownPorts_) {
-        auto* item = new QAction(spec.text, portGroup_);
+    for (const PortItem& shown : shownPorts_) {
+        auto* item = new QAction(shown.text, portGroup_);
         item->setCheckable(true);
-        item->setChecked(spec.checked);
-        item->setEnabled(spec.enabled);
+        item->setChecked(shown.checked);
+        item->setEnabled(shown.enabled);
         menu_->insertAction(portsEnd_, item);
         portItems_ << item;
-        if (spec.kind == PortItem::NoPort) {
+        if (shown.kind == PortItem::NoPort) {
             item->setObjectName(QStringLiteral("actionNoMidiPort"));
             connect(item, &QAction::triggered, &device_, &MidiDevice::forgetPort);
-        } else if (spec.kind == PortItem::Port) {
+        } else if (shown.kind == PortItem::Port) {
             item->setObjectName(QStringLiteral("actionMidiPort"));
-            item->setData(spec.name);
+            item->setData(shown.name);
             connect(item, &QAction::triggered, &device_,
-                    [this, name = spec.name] { device_.choosePort(name); });
+                    [this, name = shown.name] { device_.choosePort(name); });
         }
     }
 }
