@@ -6,6 +6,7 @@
 #include <QTest>
 #include <cstdio>
 
+#include "editor/grid_input.h"
 #include "mainwindow/main_form.h"
 #include "mainwindow/midi_menu.h"
 #include "measure.h"
@@ -53,12 +54,11 @@ void RunLiveSendingBenchmark(lumidot::Platform platform) {
     for (bool live : {false, true}) {
         device.setLive(live);
         const Figures f = Measure(runs, [&](int i) {
-            window.FDPixelMouseMove(i % 256, 0, i % 3 == 0 ? 2 : 1);
+            window.gridInput().FDPixelMouseMove(i % 256, 0, i % 3 == 0 ? 2 : 1);
             // The window's thread takes the sender's status reports between events.
             if (i % 16 == 0) QCoreApplication::processEvents();
         });
-        Print(live ? "pixel painted, live sending on" : "pixel painted, live sending off", runs,
-              f);
+        Print(live ? "pixel painted, live sending on" : "pixel painted, live sending off", runs, f);
         (live ? on : off) = f;
     }
     device.drain(std::chrono::seconds(10));

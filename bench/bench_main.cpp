@@ -15,13 +15,13 @@
 #include <vector>
 
 #include "codec/graphic_page.h"
+#include "editor/grid_input.h"
 #include "editor/up_down.h"
 #include "mainwindow/main_form.h"
 #include "mainwindow/platform.h"
 #include "measure.h"
 #include "support/fakes.h"
 #include "ui_main_form.h"
-
 
 // bench_clipboard.cpp: needs a real X server rather than the offscreen platform.
 int RunClipboardBench(int argc, char** argv);
@@ -46,7 +46,8 @@ int main(int argc, char** argv) {
     lumidot::Platform platform{prompts, clipboard, sleeper, fileDialogs};
     QTemporaryDir folder;
 
-    if (argc > 3 && QByteArray(argv[1]) == "peer") return RunPanePeer(atoi(argv[2]), atoll(argv[3]));
+    if (argc > 3 && QByteArray(argv[1]) == "peer")
+        return RunPanePeer(atoi(argv[2]), atoll(argv[3]));
     // "bench pane" measures only the output pane.
     if (argc > 1 && QByteArray(argv[1]) == "pane") return RunPaneBench(argv[0]);
     // "bench files" measures only reading and describing a MIDI file, for profiling.
@@ -67,8 +68,9 @@ int main(int argc, char** argv) {
     // "bench decode" measures only the decoding, for profiling.
     const bool onlyDecoding = argc > 1 && QByteArray(argv[1]) == "decode";
     if (!onlyDecoding) {
-        std::printf("Handler timings (a user action through to the regenerated output;\n"
-                    "the offscreen platform's clipboard lives in this process)\n");
+        std::printf(
+            "Handler timings (a user action through to the regenerated output;\n"
+            "the offscreen platform's clipboard lives in this process)\n");
     }
     for (bool autoCopy : {false, true}) {
         if (onlyDecoding) break;
@@ -99,27 +101,25 @@ int main(int argc, char** argv) {
               }));
         std::snprintf(label, sizeof label, "pixel painted, %s", mode);
         Print(label, runs, Measure(runs, [&](int i) {
-                  window.FDPixelMouseMove(i % 256, 0, i % 3 == 0 ? 2 : 1);
+                  window.gridInput().FDPixelMouseMove(i % 256, 0, i % 3 == 0 ? 2 : 1);
               }));
         std::snprintf(label, sizeof label, "shift right, %s", mode);
         Print(label, runs, Measure(runs, [&](int) { window.cmdFDShiftRight_Click(); }));
         std::snprintf(label, sizeof label, "page change, %s", mode);
-        Print(label, runs, Measure(runs, [&](int i) {
-                  ui.udPageNum->setValue(1 + i % 10);
-              }));
+        Print(label, runs, Measure(runs, [&](int i) { ui.udPageNum->setValue(1 + i % 10); }));
         // The drag moves a picture that shows every shift.
         ui.udPageNum->setValue(1);
         std::snprintf(label, sizeof label, "drag step (one shift), %s", mode);
         Print(label, runs, Measure(runs, [&](int i) {
-                  window.picMove_MouseDown(0, 0);
-                  window.picMove_MouseMove(1, i % 2 ? 22 : -22, 0);
+                  window.gridInput().picMove_MouseDown(0, 0);
+                  window.gridInput().picMove_MouseMove(1, i % 2 ? 22 : -22, 0);
               }));
         // The same actions with the whole window painted again at once, as the screen will
         // show them: the upper bound of what a user waits for.
         if (!autoCopy) {
             std::snprintf(label, sizeof label, "pixel painted, whole window painted again");
             Print(label, 2000, Measure(2000, [&](int i) {
-                      window.FDPixelMouseMove(i % 256, 0, i % 3 == 0 ? 2 : 1);
+                      window.gridInput().FDPixelMouseMove(i % 256, 0, i % 3 == 0 ? 2 : 1);
                       window.grab();
                   }));
             std::snprintf(label, sizeof label, "LCD text keystroke, whole window painted again");

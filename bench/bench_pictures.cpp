@@ -12,6 +12,7 @@
 #include <random>
 
 #include "editor/edit_history.h"
+#include "editor/grid_input.h"
 #include "editor/picture_import_dialog.h"
 #include "mainwindow/main_form.h"
 #include "measure.h"
@@ -90,7 +91,7 @@ void RunPictureBenchmarks(lumidot::Platform& platform, const QString& folder) {
     window.Form_Load();
     lumidot::EditHistory& history = window.history();
     // One stroke over every cell of the page: 256 cells turned on, one step.
-    for (int cell = 0; cell < 256; ++cell) window.FDPixelMouseMove(cell, 0, 1);
+    for (int cell = 0; cell < 256; ++cell) window.gridInput().FDPixelMouseMove(cell, 0, 1);
     history.endGesture();
     lumidot::Page allOn{};
     allOn.fill(true);

@@ -5,12 +5,12 @@
 #include "codec/graphic_page.h"
 #include "editor/drag_handle.h"
 #include "editor/edit_history.h"
-#include "pages/page_ops.h"
 #include "editor/pixel_grid.h"
 #include "editor/up_down.h"
+#include "mainwindow/input_codes.h"
 #include "mainwindow/main_form.h"
 #include "mainwindow/small_widgets.h"
-#include "mainwindow/input_codes.h"
+#include "pages/page_ops.h"
 #include "ui_main_form.h"
 
 namespace lumidot {
@@ -18,23 +18,6 @@ namespace lumidot {
 namespace {
 
 const QColor kClearButtonFace(255, 128, 128);
-
-// One step of a drag on the handle: a cell's width across, a row's pitch down.
-constexpr int kDragStepX = PixelGrid::kCellWidth;
-constexpr int kDragStepY = PixelGrid::kRowPitch;
-
-// One shift per whole step between the drag anchor and the pointer along one axis. The
-// anchor moves a step per shift, so what is left of the movement counts towards the next
-// event: a slow drag moves the picture as far as a fast one.
-void DragAlong(MainForm& form, float& anchor, double pointer, int step, void (MainForm::*forward)(),
-               void (MainForm::*backward)()) {
-    for (int steps = DragSteps(pointer - anchor, step); steps != 0;) {
-        const int direction = steps > 0 ? 1 : -1;
-        (form.*(direction > 0 ? forward : backward))();
-        anchor += static_cast<float>(direction * step);
-        steps -= direction;
-    }
-}
 
 }  // namespace
 
@@ -45,7 +28,6 @@ void MainForm::buildPixelGrid() {
     grid.show();
     model_.setPixels(Page{});
     grid.setCells(model_.pages().pixels());
-    FDPixelUnderMouse = -1;
 }
 
 void MainForm::connectGraphicEditor() {
@@ -73,17 +55,7 @@ void MainForm::connectGraphicEditor() {
 
     ui->cmdFDClear->setFace(kClearButtonFace);
 
-    PixelGrid* grid = ui->lblFDPixelBase;
-    connect(grid, &PixelGrid::cellMouseMove, this, &MainForm::FDPixelMouseMove);
-    connect(grid, &PixelGrid::cellMouseDown, this, &MainForm::FDPixelMouseDown);
-    connect(grid, &PixelGrid::gapMouseMove, this, &MainForm::FDSurfaceMouseMove);
-
-    DragHandle* handle = ui->picMove;
-    handle->setPixmap(LoadPicture(QStringLiteral(":/move.xpm")));
-    connect(handle, &DragHandle::mouseDown, this,
-            [this](double x, double y, int) { picMove_MouseDown(x, y); });
-    connect(handle, &DragHandle::mouseMove, this,
-            [this](double x, double y, int buttons) { picMove_MouseMove(buttons, x, y); });
+    ui->picMove->setPixmap(LoadPicture(QStringLiteral(":/move.xpm")));
 }
 
 // --- pages -------------------------------------------------------------------------------
@@ -167,56 +139,6 @@ void MainForm::cmdFDCopy_Click() {
             .arg(dest)
             .arg(FDPageNum()),
         Prompts::Icon::Information, Prompts::Buttons::Ok, Prompts::Answer::Ok);
-}
-
-// --- painting ----------------------------------------------------------------------------
-
-void MainForm::FDPixelMouseMove(int index, int /*buttons*/, int shift) {
-    FDPixelUnderMouse = static_cast<std::int16_t>(index);
-    if (shift != kShiftMask && shift != kCtrlMask) return;
-    paint(index, shift, false);
-}
-
-void MainForm::paint(int index, int shift, bool byKey) {
-    history_->painting(byKey);
-    model_.paintPixel(index, shift == kShiftMask);
-    refreshView();
-}
-
-void MainForm::FDPixelMouseDown(int index, int button) {
-    // A click paints by its button alone, whatever modifiers are held.
-    if (button == kLeftButton) {
-        FDPixelMouseMove(index, button, kShiftMask);
-    } else if (button == kRightButton) {
-        FDPixelMouseMove(index, button, kCtrlMask);
-    }
-}
-
-void MainForm::Form_KeyDown(int keyCode, int /*shift*/) {
-    // Only the key that went down counts, so Shift pressed while Ctrl is held still paints.
-    if (FDPixelUnderMouse < 0) return;
-    if (keyCode == kKeyShift) {
-        paint(FDPixelUnderMouse, kShiftMask, true);
-    } else if (keyCode == kKeyCtrl) {
-        paint(FDPixelUnderMouse, kCtrlMask, true);
-    }
-}
-
-// --- dragging ----------------------------------------------------------------------------
-
-void MainForm::picMove_MouseDown(double x, double y) {
-    FDDragX = static_cast<float>(x);
-    FDDragY = static_cast<float>(y);
-}
-
-void MainForm::picMove_MouseMove(int buttons, double x, double y) {
-    if (buttons != kLeftButton) return;
-    history_->dragging();
-    // Across first, then down.
-    DragAlong(*this, FDDragX, x, kDragStepX, &MainForm::cmdFDShiftRight_Click,
-              &MainForm::cmdFDShiftLeft_Click);
-    DragAlong(*this, FDDragY, y, kDragStepY, &MainForm::cmdFDShiftDown_Click,
-              &MainForm::cmdFDShiftUp_Click);
 }
 
 }  // namespace lumidot

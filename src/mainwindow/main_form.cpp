@@ -13,6 +13,7 @@
 #include "codec/code_page.h"
 #include "decode/frm_decoded.h"
 #include "editor/edit_history.h"
+#include "editor/grid_input.h"
 #include "editor/picture_actions.h"
 #include "mainwindow/clipboard_access.h"
 #include "mainwindow/file_actions.h"
@@ -96,11 +97,10 @@ MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent,
 }
 
 MainForm::~MainForm() {
-    // The children are torn down after this; no event of theirs may reach the filter, nor
-    // the filters of the helpers that watch the whole application for the window, which
-    // would otherwise see those events when only the QWidget part of the window is left.
-    qApp->removeEventFilter(this);
-    ui->frmFrameDraw->removeEventFilter(this);
+    // The helpers that watch the whole application for the window (its keys and pointer,
+    // dropped files and pictures) go first: they would otherwise see the events of the
+    // children torn down after this, when only the QWidget part of the window is left.
+    gridInput_.reset();
     delete pictures_;
     delete files_;
 }
@@ -136,49 +136,10 @@ void MainForm::Form_Unload() {
 }
 
 void MainForm::setUpKeyboardAndMouse() {
-    // Key preview: every key press in this window passes through eventFilter first, before
-    // the text boxes' own key handling.
-    qApp->installEventFilter(this);
+    gridInput_ = std::make_unique<GridInput>(*this);
     new TextBoxKeys(platform_, ui->txtTextIn);
     new TextBoxKeys(platform_, ui->txtSysExOut,
                     [this](int keyCode, int shift) { txtSysExOut_KeyDown(keyCode, shift); });
-
-    // The pointer leaving the cells is seen on the window's and the graphic frame's own
-    // surfaces; the grey rectangle behind the cells lets the frame see it too. Any other
-    // control keeps the move to itself, so the last cell stays the one under the mouse.
-    setMouseTracking(true);
-    client_->setMouseTracking(true);
-    ui->frmFrameDraw->setMouseTracking(true);
-    ui->frmFrameDraw->installEventFilter(this);
-    ui->Shape1->setAttribute(Qt::WA_TransparentForMouseEvents);
-    for (QWidget* child : findChildren<QWidget*>()) {
-        if (child != client_ && child != ui->frmFrameDraw && child != ui->Shape1 &&
-            child != ui->lblFDPixelBase && !menuBar_->isAncestorOf(child) && child != menuBar_) {
-            child->setAttribute(Qt::WA_NoMousePropagation);
-        }
-    }
-}
-
-bool MainForm::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == ui->frmFrameDraw && event->type() == QEvent::MouseMove) {
-        FDSurfaceMouseMove();
-        return false;
-    }
-    if (event->type() != QEvent::KeyPress) return false;
-    auto* widget = qobject_cast<QWidget*>(watched);
-    if (widget == nullptr || widget->window() != this) return false;
-    // A key press travels up from the focused control to its parents; handle it once.
-    QWidget* focus = focusWidget();
-    if (widget != (focus ? focus : this)) return false;
-
-    const auto& key = static_cast<const QKeyEvent&>(*event);
-    Form_KeyDown(KeyCode(key), ShiftState(key.modifiers()));
-    return false;
-}
-
-void MainForm::mouseMoveEvent(QMouseEvent* event) {
-    FDSurfaceMouseMove();
-    QWidget::mouseMoveEvent(event);
 }
 
 // --- the view ----------------------------------------------------------------------------

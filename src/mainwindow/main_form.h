@@ -35,6 +35,7 @@ namespace lumidot {
 
 class EditHistory;
 class FileActions;
+class GridInput;
 class PictureActions;
 class frmDecoded;
 class MidiMenu;
@@ -83,17 +84,8 @@ public:
     void cmdFDShiftRight_Click();
     void cmdFDCopy_Click();
     void cmdFDPageDisplay_Click();
-    // Pointer over cell index with the buttons held and shift state (1 Shift, 2 Ctrl, 4 Alt).
-    void FDPixelMouseMove(int index, int buttons, int shift);
-    // One mouse button (1 left, 2 right, 4 middle) went down on cell index.
-    void FDPixelMouseDown(int index, int button);
-    // A key went down anywhere in the window (key preview).
-    void Form_KeyDown(int keyCode, int shift);
-    // The pointer moved over the bare window, the bare frame or a gap between cells.
-    void FDSurfaceMouseMove() { FDPixelUnderMouse = -1; }
-    void picMove_MouseDown(double x, double y);
-    void picMove_MouseMove(int buttons, double x, double y);
-    QPointF dragAnchor() const { return {FDDragX, FDDragY}; }
+    // The grid's painting and the picture's dragging, by pointer and keys.
+    GridInput& gridInput() { return *gridInput_; }
     frmPageCopy* pageCopyDialog() const { return pageCopy_.get(); }
 
     // --- output (mainwindow/main_form_output.cpp) ---
@@ -144,10 +136,10 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    friend class GridInput;  // paints through the model and brings the view up to date
+
     // Brings every widget up to date with the model; widgets that already show the right
     // thing are left alone. Does nothing while the view is held.
     void refreshView();
@@ -159,7 +151,6 @@ private:
     void connectGraphicEditor();
     void connectOutput();
     void setUpKeyboardAndMouse();
-    void paint(int index, int shift, bool byKey);
 
     std::unique_ptr<Ui::MainForm> ui;
     QWidget* client_ = nullptr;
@@ -177,9 +168,7 @@ private:
     std::unique_ptr<EditHistory> history_;
     PictureActions* pictures_ = nullptr;  // a child of the window
     FileActions* files_ = nullptr;        // a child of the window
-    std::int16_t FDPixelUnderMouse = -1;  // cell the pointer last moved over, or -1
-    float FDDragX = 0;                    // drag anchor on picMove, in pixels
-    float FDDragY = 0;
+    std::unique_ptr<GridInput> gridInput_;
     bool viewHeld_ = false;  // true while a decoding run works on the model alone
     quint64 shownPaneVersion_ = ~quint64(0);
     int shownLcdLength_ = -1;

@@ -10,6 +10,7 @@
 #include "editor/drag_handle.h"
 #include "editor/editor_fixture.h"
 #include "editor/frm_page_copy.h"
+#include "editor/grid_input.h"
 #include "editor/pixel_grid.h"
 #include "editor/up_down.h"
 #include "mainwindow/read_only_text_box.h"
@@ -302,7 +303,7 @@ TEST_P(DragTest, ShiftsOneStepPerCellOfMovementHorizontalFirst) {
     mouse(ui().picMove, press, QEvent::MouseButtonPress, pressed, pressed);
     mouse(ui().picMove, press + moved, QEvent::MouseMove, Qt::NoButton, pressed);
     EXPECT_EQ(trail, expectedTrail);
-    EXPECT_EQ(window->dragAnchor() - press - moved, anchorAhead);
+    EXPECT_EQ(window->gridInput().dragAnchor() - press - moved, anchorAhead);
 }
 
 // Steps are 22 pixels across and 10 down, rounded half to even.

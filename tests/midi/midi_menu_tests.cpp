@@ -3,6 +3,7 @@
 // each problem told once in a message box while the window goes on working.
 #include <QFile>
 
+#include "editor/grid_input.h"
 #include "midi/midi_window_fixture.h"
 
 namespace lumidot::testing {
@@ -11,7 +12,7 @@ namespace {
 TEST_F(MidiWindowTest, WithoutAPortNothingOfTheMidiSystemIsTouched) {
     start();
     const QString caption = window->windowTitle();
-    window->FDPixelMouseMove(40, 0, 1);
+    window->gridInput().FDPixelMouseMove(40, 0, 1);
     QTest::keyClicks(ui().txtTextIn, QStringLiteral("Hi"));
     key(Qt::Key_F5);
     processEvents();

@@ -6,6 +6,7 @@
 #include <initializer_list>
 
 #include "codec/lcd_text.h"
+#include "editor/grid_input.h"
 #include "midi/midi_window_fixture.h"
 
 namespace lumidot::testing {
@@ -93,7 +94,7 @@ INSTANTIATE_TEST_SUITE_P(
     Cases, SendPaneTest,
     ::testing::Values(
         PaneCase{"StoreOfTheOpenPage",
-                 [](Scene& s) { s.window.FDPixelMouseMove(39, 0, 1); },
+                 [](Scene& s) { s.window.gridInput().FDPixelMouseMove(39, 0, 1); },
                  {Store(1, PixelsOn({39}))}},
         // Plain ASCII: the same bytes in every code page.
         PaneCase{"TextLaidOutWithPrefixAndCommas",
@@ -129,8 +130,8 @@ TEST_F(SendingTest, PaneWithoutAMessageSaysSoAndSendsNothing) {
 TEST_F(SendingTest, AllPagesAreTenStoresThenTheDisplayOfPage1) {
     for (int page = 10; page >= 4; --page) {
         ui().udPageNum->setValue(page);
-        window->FDPixelMouseMove(page * 7, 0, 1);
-        window->FDPixelMouseMove(page * 7 + 1, 0, 1);
+        window->gridInput().FDPixelMouseMove(page * 7, 0, 1);
+        window->gridInput().FDPixelMouseMove(page * 7 + 1, 0, 1);
     }
     choose(Qt::Key_A);
     std::vector<Bytes> expected;
@@ -143,7 +144,7 @@ TEST_F(SendingTest, AllPagesAreTenStoresThenTheDisplayOfPage1) {
 
 // Each step regenerates the output; with live sending on its message goes out.
 TEST_F(SendingTest, LiveSendingFollowsEveryRegeneration) {
-    window->FDPixelMouseMove(5, 0, 1);
+    window->gridInput().FDPixelMouseMove(5, 0, 1);
     EXPECT_TRUE(delivered().empty()) << "live sending is off";
     choose(Qt::Key_L);
     ASSERT_TRUE(action("actionSendLive")->isChecked());
@@ -153,11 +154,11 @@ TEST_F(SendingTest, LiveSendingFollowsEveryRegeneration) {
         std::function<void()> act;
         std::function<Bytes()> expected;
     } steps[] = {
-        {"paint", [&] { window->FDPixelMouseMove(17, 0, 1); },
+        {"paint", [&] { window->gridInput().FDPixelMouseMove(17, 0, 1); },
          [] {
              return Store(1, PixelsOn({5, 17}));
          }},
-        {"erase", [&] { window->FDPixelMouseMove(5, 0, 2); },
+        {"erase", [&] { window->gridInput().FDPixelMouseMove(5, 0, 2); },
          [] { return Store(1, PixelsOn({17})); }},
         {"shift right", [&] { press("cmdFDShiftRight"); }, [] { return Store(1, PixelsOn({18})); }},
         {"type", [&] { QTest::keyClicks(ui().txtTextIn, QStringLiteral("Yo")); },
@@ -173,7 +174,7 @@ TEST_F(SendingTest, LiveSendingFollowsEveryRegeneration) {
 
     choose(Qt::Key_L);
     const std::size_t before = delivered().size();
-    window->FDPixelMouseMove(100, 0, 1);
+    window->gridInput().FDPixelMouseMove(100, 0, 1);
     EXPECT_EQ(delivered().size(), before) << "live sending is off again";
 }
 
@@ -183,7 +184,7 @@ TEST_F(SendingTest, LivePaintingCatchesUpWithTheNewestPicture) {
     choose(Qt::Key_L);
     Page picture{};
     for (int cell = 0; cell < 60; ++cell) {
-        window->FDPixelMouseMove(cell * 4, 0, 1);
+        window->gridInput().FDPixelMouseMove(cell * 4, 0, 1);
         picture[cell * 4] = true;
     }
     const std::vector<Bytes> sent = delivered();

@@ -6,6 +6,7 @@
 
 #include "codec/graphic_page.h"
 #include "codec/lcd_text.h"
+#include "editor/grid_input.h"
 #include "files/file_bytes.h"
 #include "mainwindow/file_texts.h"
 #include "mainwindow/files/file_menu_fixture.h"
@@ -189,7 +190,7 @@ class DamagedFileTest : public FileMenuTest, public ::testing::WithParamInterfac
 TEST_P(DamagedFileTest, ItsProblemIsToldAndNothingChanges) {
     const DamageRow& row = GetParam();
     QTest::mouseClick(ui().chkSysExCopyAuto, Qt::LeftButton, {}, QPoint(5, 5));
-    window->FDPixelMouseDown(40, 1);
+    window->gridInput().FDPixelMouseDown(40, 1);
     QTest::keyClicks(ui().txtTextIn, QStringLiteral("Mine"));
     const WindowState before = state();
     const std::size_t copies = fake.clipboard.written.size();

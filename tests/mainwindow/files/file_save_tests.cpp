@@ -6,6 +6,7 @@
 
 #include "codec/graphic_page.h"
 #include "codec/lcd_text.h"
+#include "editor/grid_input.h"
 #include "files/file_bytes.h"
 #include "files/midi_file.h"
 #include "files/python_peer.h"
@@ -69,12 +70,13 @@ INSTANTIATE_TEST_SUITE_P(
                     QTest::mouseClick(form.cmdFDPageDisplay, Qt::LeftButton);
                 },
                 {MakeGraphicDisplaySysEx(0)}},
-        PaneRow{
-            "StoredPage", [](auto& window, auto&, auto&) { window.FDPixelMouseDown(17, 1); }, {[] {
-                Page page{};
-                page[17] = true;
-                return MakeGraphicStoreSysEx(page, 1);
-            }()}},
+        PaneRow{"StoredPage",
+                [](auto& window, auto&, auto&) { window.gridInput().FDPixelMouseDown(17, 1); },
+                {[] {
+                    Page page{};
+                    page[17] = true;
+                    return MakeGraphicStoreSysEx(page, 1);
+                }()}},
         // The pane's lines after a run: the text message laid out, the invalid display as it
         // came, in the plain spaced form.
         PaneRow{"CleanedMessagesOfARun",
@@ -92,12 +94,12 @@ protected:
     // Pixels on pages 1, 4 and 10, drawn through the window; page 4 is left open, so the
     // export must take the open page's pixels, not its stored copy.
     void drawOnPages() {
-        window->FDPixelMouseDown(0, 1);
+        window->gridInput().FDPixelMouseDown(0, 1);
         window->SetPageNum(10);
-        window->FDPixelMouseDown(255, 1);
+        window->gridInput().FDPixelMouseDown(255, 1);
         window->SetPageNum(4);
-        window->FDPixelMouseDown(100, 1);
-        window->FDPixelMouseDown(101, 1);
+        window->gridInput().FDPixelMouseDown(100, 1);
+        window->gridInput().FDPixelMouseDown(101, 1);
     }
     std::vector<ByteArray> expectedStores() {
         std::vector<ByteArray> stores;
