@@ -1,6 +1,8 @@
 #include "codec/graphic_page.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstring>
 #include <iterator>
 
 namespace lumidot {
@@ -12,14 +14,26 @@ namespace {
 constexpr int kStripWidth = 5;
 constexpr int kStrips = 4;
 
+// Eight cells (bools, each byte 0 or 1) as one byte, the first cell the highest bit. Read
+// as one little-endian word, the multiplication gathers cell i at bit 63 - i, and no two
+// of its products meet at or carry into the top byte.
+unsigned EightCells(const bool* cells) {
+    if constexpr (std::endian::native != std::endian::little) {
+        unsigned bits = 0;
+        for (int i = 0; i < 8; ++i) bits = bits << 1 | (cells[i] ? 1u : 0u);
+        return bits;
+    }
+    std::uint64_t word;
+    std::memcpy(&word, cells, sizeof word);
+    return static_cast<unsigned>((word * 0x8040201008040201ULL) >> 56);
+}
+
 // A row as sixteen bits, column 0 the most significant: every strip is then a shift away.
 // Pages are packed at every regeneration and unpacked for every store message decoded.
 void PackPageInto(const Page& pixels, std::uint8_t* data) {
     for (int row = 0; row < kPageSide; ++row) {
         const bool* pixel = &pixels[static_cast<std::size_t>(kPageSide * row)];
-        unsigned bits = 0;
-        for (int column = 0; column < kPageSide; ++column)
-            bits = bits << 1 | (pixel[column] ? 1u : 0u);
+        const unsigned bits = EightCells(pixel) << 8 | EightCells(pixel + 8);
         for (int strip = 0; strip < kStrips; ++strip) {
             // The strip's first column lands on bit 4, a narrower strip keeps its low bits 0.
             const int shift = kPageSide - kStripWidth * (strip + 1);
