@@ -1,19 +1,17 @@
 #include "editor/page_export_dialog.h"
 
-#include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+#include "mainwindow/look.h"
+
 namespace lumidot {
 
-PageExportDialog::PageExportDialog(QWidget* owner)
-    : QDialog(owner, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
-                         Qt::WindowCloseButtonHint) {
+PageExportDialog::PageExportDialog(QWidget* owner) : QDialog(owner, kDialogFlags) {
     setObjectName(QStringLiteral("PageExportDialog"));
     setWindowTitle(tr("Export Page as Image"));
     auto* layout = new QVBoxLayout(this);
@@ -43,13 +41,7 @@ PageExportDialog::PageExportDialog(QWidget* owner)
     form->addRow(tr("Colours:"), colours);
     layout->addLayout(form);
 
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmdOK"));
-    buttons->button(QDialogButtonBox::Cancel)->setObjectName(QStringLiteral("cmdCancel"));
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    layout->addWidget(buttons);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
+    EndWithOkCancel(this, layout);
 
     connect(scaleSpin_, &QSpinBox::valueChanged, this, &PageExportDialog::showSize);
     showSize();

@@ -2,13 +2,11 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
-#include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
 #include <QSpinBox>
@@ -16,6 +14,7 @@
 #include <algorithm>
 
 #include "editor/page_preview.h"
+#include "mainwindow/look.h"
 
 namespace lumidot {
 namespace {
@@ -48,8 +47,7 @@ QRadioButton* Radio(const QString& text, const char* name, QWidget* parent) {
 PictureImportDialog::PictureImportDialog(QWidget* owner, std::vector<QImage> frames,
                                          int totalFrames, const QString& source, int currentPage,
                                          const PictureOptions& options)
-    : QDialog(owner, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
-                         Qt::WindowCloseButtonHint),
+    : QDialog(owner, kDialogFlags),
       frames_(std::move(frames)),
       prepared_(frames_.size()),
       totalFrames_(std::max(totalFrames, int(frames_.size()))) {
@@ -91,13 +89,7 @@ void PictureImportDialog::build(const QString& source, int currentPage,
     layout->addLayout(views);
     layout->addWidget(buildOptions(options, currentPage));
 
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-    buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("cmdOK"));
-    buttons->button(QDialogButtonBox::Cancel)->setObjectName(QStringLiteral("cmdCancel"));
-    connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    layout->addWidget(buttons);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
+    EndWithOkCancel(this, layout);
 }
 
 QWidget* PictureImportDialog::buildOptions(const PictureOptions& options, int currentPage) {
@@ -125,12 +117,13 @@ QWidget* PictureImportDialog::buildOptions(const PictureOptions& options, int cu
     thresholdSlider_->setRange(0, kMaxThreshold);
     thresholdSlider_->setPageStep(16);
     thresholdSlider_->setValue(options.threshold);
-    thresholdSlider_->setToolTip(tr("A pixel is on when its lightness (0 black to 255 white) is "
-                                    "below this. 0 turns every pixel off, 255 every pixel on."));
+    thresholdSlider_->setToolTip(
+        tr("A pixel is on when its lightness (0 black to 255 white) is "
+           "below this. 0 turns every pixel off, 255 every pixel on."));
     thresholdValue_ = new QLabel(tone);
     thresholdValue_->setObjectName(QStringLiteral("thresholdValue"));
-    thresholdValue_->setMinimumWidth(thresholdValue_->fontMetrics().horizontalAdvance(
-        QStringLiteral("000")));
+    thresholdValue_->setMinimumWidth(
+        thresholdValue_->fontMetrics().horizontalAdvance(QStringLiteral("000")));
     toneLayout->addWidget(toneThreshold_, 0, 0);
     toneLayout->addWidget(thresholdSlider_, 0, 1);
     toneLayout->addWidget(thresholdValue_, 0, 2);
@@ -271,9 +264,9 @@ void PictureImportDialog::update() {
                                               : tr("Left out: no page after page 10"));
     allFramesBox_->setText(tr("&One frame per page from page %1").arg(first));
     const int filled = pagesFilled();
-    QString note = !allFrames()      ? tr("Only frame %1 goes to page %2").arg(frame + 1).arg(first)
-                   : filled == 1     ? tr("Frame 1 goes to page %1").arg(first)
-                                     : tr("Frames 1 to %1 go to pages %2 to %3")
+    QString note = !allFrames()  ? tr("Only frame %1 goes to page %2").arg(frame + 1).arg(first)
+                   : filled == 1 ? tr("Frame 1 goes to page %1").arg(first)
+                                 : tr("Frames 1 to %1 go to pages %2 to %3")
                                        .arg(filled)
                                        .arg(first)
                                        .arg(first + filled - 1);

@@ -6,6 +6,9 @@
 #include <QFont>
 #include <QWidget>
 
+class QBoxLayout;
+class QDialog;
+
 namespace lumidot {
 
 // The program's look, the same on every desktop: the Fusion style and an 11-pixel sans
@@ -19,6 +22,10 @@ inline constexpr Qt::WindowFlags kDialogFlags = Qt::Dialog | Qt::CustomizeWindow
 
 // Fixes a dialog at its designed size and gives it its owner's font and icon.
 void TakeOwnersLook(QWidget* dialog, QWidget* owner);
+
+// Ends a dialog's layout with OK (cmdOK) and Cancel (cmdCancel), which accept and reject it,
+// and fixes the dialog at the size its contents need.
+void EndWithOkCancel(QDialog* dialog, QBoxLayout* layout);
 
 // Courier New at 11 pixels (8.25 points at 96 dpi) for the text boxes; fontconfig gives a
 // metric-compatible face where Courier New itself is missing.

@@ -22,6 +22,20 @@ answer_dialog() {  # answer_dialog TITLE PATH
 
 begin_e2e xdotool xclip
 
+# Waits for the results window, copies its text with Ctrl+A, Ctrl+C and checks it lists the
+# song's two messages; closes it. Returns 1 when no results window came.
+check_song_results() {  # check_song_results NAME
+  local results
+  results=$(wait_window 'SysEx Decoding Results')
+  [[ -n "$results" ]] || { failed "$1: no results window"; return 1; }
+  xdotool mousemove --window "$results" 300 100; sleep 0.2
+  xdotool key ctrl+a ctrl+c; sleep 0.3
+  check "$1" \
+    "$(printf ' #1. [00:00.000 track 2] Display text: abc\r\n #2. [00:00.250 track 2] Graphic: Store page 3\r\n')" \
+    "$(clipboard)"
+  xdotool key Return; sleep 0.3
+}
+
 # A format 1 song by another MIDI library: a tempo track, then a track with the LCD text
 # "abc" at the start and the diagonal stored as page 3 one beat (0.25 s) later.
 DIAGONAL="$(store_message 3 0 17 34 51 68 85 102 119 136 153 170 187 204 221 238 255)"
@@ -50,16 +64,9 @@ start_app "$APPDIR" "$BINARY"
 click_at 3 300      # the bare window: no control takes the key for itself
 xdotool key ctrl+o
 answer_dialog "Open" "$SONG"
-RESULTS=$(wait_window 'SysEx Decoding Results')
-if [[ -z "$RESULTS" ]]; then
-  echo "FAILED: no results window"; cat "$E2E_TMP/app.log"; exit 1
+if ! check_song_results "the results window lists both messages with their times and track"; then
+  cat "$E2E_TMP/app.log"; exit 1
 fi
-xdotool mousemove --window "$RESULTS" 300 100; sleep 0.2
-xdotool key ctrl+a ctrl+c; sleep 0.3
-check "the results window lists both messages with their times and track" \
-  "$(printf ' #1. [00:00.000 track 2] Display text: abc\r\n #2. [00:00.250 track 2] Graphic: Store page 3\r\n')" \
-  "$(clipboard)"
-xdotool key Return; sleep 0.3
 
 # --- File > Export all pages as .syx: Alt, then F for File, then P -------------
 EXPORT="$E2E_TMP/pages.syx"
@@ -91,16 +98,6 @@ xdotool key alt; sleep 0.3
 xdotool key f; sleep 0.4
 xdotool key r; sleep 0.4
 xdotool key 1
-RESULTS=$(wait_window 'SysEx Decoding Results')
-if [[ -n "$RESULTS" ]]; then
-  xdotool mousemove --window "$RESULTS" 300 100; sleep 0.2
-  xdotool key ctrl+a ctrl+c; sleep 0.3
-  check "the recent song opens again after a restart" \
-    "$(printf ' #1. [00:00.000 track 2] Display text: abc\r\n #2. [00:00.250 track 2] Graphic: Store page 3\r\n')" \
-    "$(clipboard)"
-  xdotool key Return; sleep 0.3
-else
-  failed "Open Recent opened no results window"
-fi
+check_song_results "the recent song opens again after a restart"
 
 checks_end
