@@ -38,12 +38,12 @@ start_copy() {
 
 # find_window PID TITLE-PATTERN: the visible window of that process, waiting up to 10 s.
 find_window() {
-  timeout 10 xdotool search --all --sync --onlyvisible --pid "$1" --name "$2" 2>/dev/null | head -1
+  search_until 10 --all --pid "$1" --name "$2"
 }
 
 # Whether a window of process PID matching the pattern shows up within 2 s.
 window_appears() {
-  [[ -n "$(timeout 2 xdotool search --all --sync --onlyvisible --pid "$1" --name "$2" 2>/dev/null)" ]]
+  search_until 2 --all --pid "$1" --name "$2" >/dev/null
 }
 
 # press WINDOW KEY: keys go where the pointer is, as there is no window manager.

@@ -99,11 +99,24 @@ start_app() {
   sleep 0.7
 }
 
+# search_until SECONDS XDOTOOL-SEARCH-ARGS...: prints the first visible window the search
+# finds, looking again every 0.1 s for up to SECONDS. Each look is a fresh search: a menu or
+# tooltip that closes while xdotool walks the window tree makes that one search die of an X
+# BadWindow error, and the next look goes on.
+search_until() {
+  local tries=$(($1 * 10)) i found
+  shift
+  for ((i = 0; i < tries; i++)); do
+    found=$(xdotool search --onlyvisible "$@" 2>/dev/null | head -1)
+    [[ -n "$found" ]] && { echo "$found"; return 0; }
+    sleep 0.1
+  done
+  return 1
+}
+
 # Prints the id of the first visible window whose title matches $1, waiting up to 30 s; a
 # program that died must fail the test, not hang it until CTest kills it unreported.
-wait_window() {
-  timeout 30 xdotool search --sync --onlyvisible --name "$1" | head -1
-}
+wait_window() { search_until 30 --name "$1"; }
 
 # Waits for the program to end after a signal; fails if it does not within 10 s.
 wait_app_end() {
