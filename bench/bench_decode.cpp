@@ -29,8 +29,12 @@ QStringList MixedMessages(int count) {
                 messages << QString::fromStdString(
                     lumidot::MakeGraphicStoreSysEx(page, static_cast<std::uint8_t>(1 + i % 10)));
                 break;
-            case 1: messages << QStringLiteral("F0 41 10 45 12 10 00 00 48 65 6C 6C 6F 7C F7"); break;
-            default: messages << QStringLiteral("F0 41 10 45 12 10 20 00 05 4B F7"); break;
+            case 1:
+                messages << QStringLiteral("F0 41 10 45 12 10 00 00 48 65 6C 6C 6F 7C F7");
+                break;
+            default:
+                messages << QStringLiteral("F0 41 10 45 12 10 20 00 05 4B F7");
+                break;
         }
     }
     return messages;
@@ -80,8 +84,9 @@ void RunDecodingBenchmarks(const QString& folder) {
     Ui::MainForm& ui = window.form();
     const auto decode = [&](int) { QTest::mouseClick(ui.cmdSysExDecode, Qt::LeftButton); };
 
-    std::printf("\nDecoding runs through the window, to the results or the message box\n"
-                "(peer: Python's mido parsing the same hex text)\n");
+    std::printf(
+        "\nDecoding runs through the window, to the results or the message box\n"
+        "(peer: Python's mido parsing the same hex text)\n");
     for (int count : {1000, 10000, 100000}) {
         fake.clipboard.text = MixedMessages(count).join(QStringLiteral("\r\n"));
         const int runs = count >= 100000 ? 5 : 21;
@@ -92,7 +97,8 @@ void RunDecodingBenchmarks(const QString& folder) {
         const long before = ResidentKilobytes();
         const Figures ours = Measure(runs, decode);
         PrintMs(label, runs, ours);
-        std::printf("    peak memory above the start of the runs: %ld KiB\n", PeakKilobytes() - before);
+        std::printf("    peak memory above the start of the runs: %ld KiB\n",
+                    PeakKilobytes() - before);
         const double mido = MidoMilliseconds(fake.clipboard.text, count, runs);
         if (mido < 0) {
             std::printf("    mido: not available (Debian package python3-mido)\n");

@@ -70,8 +70,6 @@ int PeerRun(int index, qsizetype size) {
     return 0;
 }
 
-
-
 void BenchPane(const char* program) {
     std::printf(
         "\nOutput pane (569 x 57, wrapping): setting the text and painting the first screen\n");
@@ -87,31 +85,30 @@ void BenchPane(const char* program) {
         const int runs = index == 2 ? 100 : 40;
         std::snprintf(label, sizeof label, "%s, ReadOnlyTextBox", shape.name);
         PrintMs(label, runs, Measure(runs, [&](int i) {
-                        pane.setText(texts[i % 2]);
-                        pane.grab();
-                    }));
+                    pane.setText(texts[i % 2]);
+                    pane.grab();
+                }));
         std::printf("  %-56s %+ld KiB resident beside the text (%lld KiB of UTF-16)\n",
                     "memory of the laid-out pane:", ResidentKilobytes() - before,
                     static_cast<long long>(texts[0].size() * 2 / 1024));
 
         std::snprintf(label, sizeof label, "  then Ctrl+End and paint");
         PrintMs(label, 20, Measure(20, [&](int i) {
-                        QTest::keyClick(&pane, i % 2 ? Qt::Key_Home : Qt::Key_End,
-                                        Qt::ControlModifier);
-                        pane.grab();
-                    }));
+                    QTest::keyClick(&pane, i % 2 ? Qt::Key_Home : Qt::Key_End, Qt::ControlModifier);
+                    pane.grab();
+                }));
         std::snprintf(label, sizeof label, "  then a drag step of the selection and paint");
         QTest::mousePress(pane.viewport(), Qt::LeftButton, {}, QPoint(5, 5));
         PrintMs(label, 200, Measure(200, [&](int i) {
-                        QTest::mouseMove(pane.viewport(), QPoint(5 + i % 500, 5 + i % 40));
-                        pane.grab();
-                    }));
+                    QTest::mouseMove(pane.viewport(), QPoint(5 + i % 500, 5 + i % 40));
+                    pane.grab();
+                }));
         QTest::mouseRelease(pane.viewport(), Qt::LeftButton, {}, QPoint(5, 5));
         std::snprintf(label, sizeof label, "  then Select All and paint");
         PrintMs(label, 20, Measure(20, [&](int) {
-                        pane.selectAll();
-                        pane.grab();
-                    }));
+                    pane.selectAll();
+                    pane.grab();
+                }));
 
         // The plain text edit, first at full size in a process of its own that is stopped
         // when it takes too long; then, here, at a size it manages in reasonable time.
@@ -142,7 +139,7 @@ void BenchPane(const char* program) {
                                      Repeated(shape.piece, peerSize, 'E')};
         const int peerRuns = peerSize == size ? 10 : 3;
         PrintMs(label, peerRuns,
-                    Measure(peerRuns, [&](int i) { PlainTextEditMillis(edit, peerTexts[i % 2]); }));
+                Measure(peerRuns, [&](int i) { PlainTextEditMillis(edit, peerTexts[i % 2]); }));
     }
 }
 
@@ -153,4 +150,6 @@ int RunPaneBench(const char* program) {
     return 0;
 }
 
-int RunPanePeer(int index, long long size) { return PeerRun(index, size); }
+int RunPanePeer(int index, long long size) {
+    return PeerRun(index, size);
+}

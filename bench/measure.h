@@ -24,7 +24,8 @@ inline Figures Measure(int runs, const std::function<void(int)>& action) {
         micros.push_back(timer.nsecsElapsed() / 1000.0);
     }
     std::sort(micros.begin(), micros.end());
-    return {micros[micros.size() / 2], micros[std::min(micros.size() - 1, micros.size() * 99 / 100)]};
+    return {micros[micros.size() / 2],
+            micros[std::min(micros.size() - 1, micros.size() * 99 / 100)]};
 }
 
 inline void Print(const char* what, int runs, Figures f) {
@@ -47,8 +48,12 @@ inline long MemoryKilobytes(const char* field) {
     }
     return 0;
 }
-inline long ResidentKilobytes() { return MemoryKilobytes("VmRSS:"); }
-inline long PeakKilobytes() { return MemoryKilobytes("VmHWM:"); }
+inline long ResidentKilobytes() {
+    return MemoryKilobytes("VmRSS:");
+}
+inline long PeakKilobytes() {
+    return MemoryKilobytes("VmHWM:");
+}
 inline void ResetPeakMemory() {
     QFile clear(QStringLiteral("/proc/self/clear_refs"));
     if (clear.open(QIODevice::WriteOnly)) clear.write("5");
@@ -66,5 +71,7 @@ void RunDeviceBenchmarks();
 // The file benchmarks (bench_files.cpp), with their files in folder.
 void RunFileBenchmarks(const QString& folder);
 // The picture import and undo benchmarks (bench_pictures.cpp).
-namespace lumidot { struct Platform; }
+namespace lumidot {
+struct Platform;
+}
 void RunPictureBenchmarks(lumidot::Platform& platform, const QString& folder);

@@ -75,10 +75,10 @@ Bytes AsTrack(const std::uint8_t* data, std::size_t size) {
     } else {
         file.insert(file.end(), {0x00, static_cast<std::uint8_t>(1 + (pick & 0x7C))});
     }
-    file.insert(file.end(), {'M', 'T', 'r', 'k', static_cast<std::uint8_t>(length >> 24),
-                             static_cast<std::uint8_t>(length >> 16),
-                             static_cast<std::uint8_t>(length >> 8),
-                             static_cast<std::uint8_t>(length)});
+    file.insert(file.end(),
+                {'M', 'T', 'r', 'k', static_cast<std::uint8_t>(length >> 24),
+                 static_cast<std::uint8_t>(length >> 16), static_cast<std::uint8_t>(length >> 8),
+                 static_cast<std::uint8_t>(length)});
     if (size > 0) file.insert(file.end(), data + 1, data + size);
     return file;
 }

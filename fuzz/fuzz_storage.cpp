@@ -31,7 +31,8 @@ struct Files {
 // Loads both files into a fresh window as the program does and saves it.
 Files LoadAndSave(const Files& files, lumidot::MemoryLoadReport* report = nullptr) {
     TenPages window;
-    const lumidot::MemoryLoadReport loaded = lumidot::LoadMemory(files.memory, false, window, "CP1252");
+    const lumidot::MemoryLoadReport loaded =
+        lumidot::LoadMemory(files.memory, false, window, "CP1252");
     if (report) *report = loaded;
     // The fields' designed texts, then each as read; a field holds five characters.
     lumidot::LayoutTexts texts{QString(), QString(), QStringLiteral(" ")};

@@ -35,8 +35,8 @@ std::string Message(const Options& options, const std::string& codePage, QString
         case Command::Display:
             return MakeGraphicDisplaySysEx(static_cast<std::uint8_t>(options.page));
         case Command::Store: {
-            const std::optional<Page> picture = ReadPicture(options.arguments[1], options.picture,
-                                                                options.pictureOptions, error);
+            const std::optional<Page> picture =
+                ReadPicture(options.arguments[1], options.picture, options.pictureOptions, error);
             if (!picture) return {};
             return MakeGraphicStoreSysEx(*picture, static_cast<std::uint8_t>(options.page));
         }

@@ -1,8 +1,9 @@
 #include "cli/picture_source.h"
 
-#include <QStringList>
 #include <fcntl.h>
 #include <unistd.h>
+
+#include <QStringList>
 
 #include "cli/cli_io.h"
 #include "pictures/picture_file.h"
@@ -105,8 +106,9 @@ std::optional<Page> ReadPicture(const QString& path, const PictureOptions& optio
         return Converted(ReadPictureData(*bytes, 1), name, options, error);
     }
     if (optionsGiven) {
-        error = QStringLiteral("%1: --threshold, --dither and --invert are for image files, not "
-                               "for a picture of # and .")
+        error = QStringLiteral(
+                    "%1: --threshold, --dither and --invert are for image files, not "
+                    "for a picture of # and .")
                     .arg(name);
         return std::nullopt;
     }

@@ -2,7 +2,6 @@
 
 #include <QStringView>
 
-
 namespace lumidot {
 
 namespace {

@@ -1,6 +1,5 @@
 #include "decode/decoding_run.h"
 
-
 #include "decode/decode_text.h"
 #include "decode/message_list.h"
 #include "mainwindow/window_model.h"
@@ -24,15 +23,17 @@ void DecodingRun::start(const QString& clipboardText) {
 HexCheck DecodingRun::check() {
     const ByteLayout& layout = model_.layout();
     HexCheck check = HexCheck::Ok;
-    digits_ = ReadHexDigitsOf(clipboardText_, layout.prefix, layout.suffix, layout.separator,
-                              &check);
+    digits_ =
+        ReadHexDigitsOf(clipboardText_, layout.prefix, layout.suffix, layout.separator, &check);
     clipboardText_.clear();
     // Only a failed run puts the old text back; a big one need not be kept any longer.
     if (check == HexCheck::Ok) savedPane_.clear();
     return check;
 }
 
-void DecodingRun::restorePane() { model_.writePane(savedPane_); }
+void DecodingRun::restorePane() {
+    model_.writePane(savedPane_);
+}
 
 bool DecodingRun::describeAll(const std::function<bool()>& keepGoing) {
     results_.clear();
@@ -46,10 +47,10 @@ bool DecodingRun::describeAll(const std::function<bool()>& keepGoing) {
     for (std::string message; counter.next(message); ++messageCount) digitCount += message.size();
     const ByteLayout& layout = model_.layout();
     QString cleaned;
-    cleaned.reserve((digitCount / 2 + messageCount) * (3 + layout.prefix.size() +
-                                                       layout.suffix.size() +
-                                                       layout.separator.size()) +
-                    messageCount * 2);
+    cleaned.reserve(
+        (digitCount / 2 + messageCount) *
+            (3 + layout.prefix.size() + layout.suffix.size() + layout.separator.size()) +
+        messageCount * 2);
     results_.reserve(messageCount * kLongestUsualResultLine);
     MessageReader messages(*digits_);
     for (std::string hex; messages.next(hex);) {

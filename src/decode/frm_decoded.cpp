@@ -4,9 +4,9 @@
 #include <QLocale>
 #include <QShowEvent>
 
+#include "mainwindow/look.h"
 #include "mainwindow/read_only_text_box.h"
 #include "mainwindow/text_box_keys.h"
-#include "mainwindow/look.h"
 #include "ui_frm_decoded.h"
 
 namespace lumidot {

@@ -22,8 +22,7 @@ enum class HexCheck {
 // every run of line breaks in the text counts as one separator first.
 class HexDigits {
 public:
-    HexDigits(QString text, QString separator, int prefixLength, int suffixLength,
-              bool lineBreaks);
+    HexDigits(QString text, QString separator, int prefixLength, int suffixLength, bool lineBreaks);
 
     // Reads the digits in order, a few thousand at a time into a buffer of its own.
     class Reader {

@@ -17,8 +17,7 @@ void WithRetries(Platform& platform, QWidget* parent, Attempt attempt, const QSt
     }
     if (!ok) {
         platform.prompts.showMessage(
-            parent, title,
-            firstLine + QStringLiteral("\r\n(tried %1 times)").arg(retries + 1),
+            parent, title, firstLine + QStringLiteral("\r\n(tried %1 times)").arg(retries + 1),
             Prompts::Icon::Critical, Prompts::Buttons::Ok, Prompts::Answer::Ok);
     }
 }

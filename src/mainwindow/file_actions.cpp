@@ -194,18 +194,20 @@ bool FileActions::takeOver(const QString& path, FileMessages& messages) {
     progress->setAutoClose(false);
     progress->setValue(0);
 
-    const bool finished = window_.workOnModel([&](const std::function<bool()>& keepGoing) {
-        while (messages.describeNext(list, kMessagesPerSlice)) {
-            progress->setValue(
-                static_cast<int>(std::min<std::size_t>(messages.described(), INT_MAX)));
-            if (!keepGoing()) return false;
-        }
-        // The cleaned messages end in the pane as a run's do, copied if copying is on.
-        model.setSkipOutputLayout(true);
-        model.writeOutput(list.cleaned());
-        model.setSkipOutputLayout(false);
-        return true;
-    }, tr("Open file"));
+    const bool finished = window_.workOnModel(
+        [&](const std::function<bool()>& keepGoing) {
+            while (messages.describeNext(list, kMessagesPerSlice)) {
+                progress->setValue(
+                    static_cast<int>(std::min<std::size_t>(messages.described(), INT_MAX)));
+                if (!keepGoing()) return false;
+            }
+            // The cleaned messages end in the pane as a run's do, copied if copying is on.
+            model.setSkipOutputLayout(true);
+            model.writeOutput(list.cleaned());
+            model.setSkipOutputLayout(false);
+            return true;
+        },
+        tr("Open file"));
     progress.reset();
     busy_ = false;
     if (!finished) return false;

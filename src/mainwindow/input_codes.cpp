@@ -22,9 +22,12 @@ int ShiftState(Qt::KeyboardModifiers modifiers) {
 
 int KeyCode(const QKeyEvent& event) {
     switch (event.key()) {
-        case Qt::Key_Shift: return kKeyShift;
-        case Qt::Key_Control: return kKeyCtrl;
-        default: return event.key();
+        case Qt::Key_Shift:
+            return kKeyShift;
+        case Qt::Key_Control:
+            return kKeyCtrl;
+        default:
+            return event.key();
     }
 }
 

@@ -26,7 +26,9 @@
 
 // The pictures are compiled into the GUI library; a static library's resources must be
 // registered by hand (and only from outside any namespace).
-static void RegisterPictures() { Q_INIT_RESOURCE(resources); }
+static void RegisterPictures() {
+    Q_INIT_RESOURCE(resources);
+}
 
 namespace lumidot {
 namespace {
@@ -40,8 +42,7 @@ QString VersionCaption() {
 
 }  // namespace
 
-MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent,
-                   std::string codePage)
+MainForm::MainForm(Platform& platform, QString programFolder, QWidget* parent, std::string codePage)
     : QWidget(parent, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                           Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
                           Qt::WindowCloseButtonHint),
@@ -175,10 +176,17 @@ void MainForm::refreshView() {
 void MainForm::showMode() {
     QPushButton* selected = nullptr;
     switch (model_.mode()) {
-        case OutputMode::Store: selected = ui->optSEGStore; break;
-        case OutputMode::Display: selected = ui->optSEGDisplay; break;
-        case OutputMode::Text: selected = ui->optSEText; break;
-        case OutputMode::None: break;
+        case OutputMode::Store:
+            selected = ui->optSEGStore;
+            break;
+        case OutputMode::Display:
+            selected = ui->optSEGDisplay;
+            break;
+        case OutputMode::Text:
+            selected = ui->optSEText;
+            break;
+        case OutputMode::None:
+            break;
     }
     if (selected != nullptr) {
         if (!selected->isChecked()) selected->setChecked(true);

@@ -52,9 +52,15 @@ void MainForm::chkSysExCopyAuto_Click() {
     model_.setCopyAuto(ui->chkSysExCopyAuto->checkState() == Qt::Checked);
 }
 
-void MainForm::optSEGStore_Click() { selectMode(ui->optSEGStore); }
-void MainForm::optSEGDisplay_Click() { selectMode(ui->optSEGDisplay); }
-void MainForm::optSEText_Click() { selectMode(ui->optSEText); }
+void MainForm::optSEGStore_Click() {
+    selectMode(ui->optSEGStore);
+}
+void MainForm::optSEGDisplay_Click() {
+    selectMode(ui->optSEGDisplay);
+}
+void MainForm::optSEText_Click() {
+    selectMode(ui->optSEText);
+}
 
 void MainForm::AutoSetSysExText() {
     model_.regenerate();
@@ -66,7 +72,9 @@ void MainForm::SetSysExOutText(const QString& text) {
     refreshView();
 }
 
-void MainForm::cmdSysExCopy_Click() { SetClipboardText(platform_, model_.pane(), this); }
+void MainForm::cmdSysExCopy_Click() {
+    SetClipboardText(platform_, model_.pane(), this);
+}
 
 void MainForm::selectMode(QPushButton* button) {
     const OutputMode mode = button == ui->optSEGStore     ? OutputMode::Store

@@ -10,7 +10,9 @@ void ModelTarget::setLcdText(const std::string& text) {
     model_.setLcdText(QString::fromStdString(text));
 }
 
-std::string ModelTarget::lcdText() const { return model_.lcdText().toStdString(); }
+std::string ModelTarget::lcdText() const {
+    return model_.lcdText().toStdString();
+}
 
 std::string DescribeInto(WindowModel& model, const std::string& hexText) {
     ModelTarget target(model);

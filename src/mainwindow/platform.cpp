@@ -1,5 +1,7 @@
 #include "mainwindow/platform.h"
 
+#include <QtGui/qguiapplication_platform.h>
+
 #include <QApplication>
 #include <QClipboard>
 #include <QDialog>
@@ -7,15 +9,13 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QThread>
-#include <QtGui/qguiapplication_platform.h>
 
 #include "mainwindow/xcb_clipboard_reader.h"
 
 namespace lumidot {
 
-Prompts::Answer QtPrompts::showMessage(QWidget* parent, const QString& title,
-                                       const QString& prompt, Icon icon, Buttons buttons,
-                                       Answer defaultAnswer) {
+Prompts::Answer QtPrompts::showMessage(QWidget* parent, const QString& title, const QString& prompt,
+                                       Icon icon, Buttons buttons, Answer defaultAnswer) {
     QMessageBox box(parent);
     box.setWindowTitle(title);
     // The prompts are written with CR LF between lines; a label wants plain line feeds.
@@ -23,10 +23,18 @@ Prompts::Answer QtPrompts::showMessage(QWidget* parent, const QString& title,
     shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
     box.setText(shown);
     switch (icon) {
-        case Icon::Information: box.setIcon(QMessageBox::Information); break;
-        case Icon::Question: box.setIcon(QMessageBox::Question); break;
-        case Icon::Exclamation: box.setIcon(QMessageBox::Warning); break;
-        case Icon::Critical: box.setIcon(QMessageBox::Critical); break;
+        case Icon::Information:
+            box.setIcon(QMessageBox::Information);
+            break;
+        case Icon::Question:
+            box.setIcon(QMessageBox::Question);
+            break;
+        case Icon::Exclamation:
+            box.setIcon(QMessageBox::Warning);
+            break;
+        case Icon::Critical:
+            box.setIcon(QMessageBox::Critical);
+            break;
     }
     if (buttons == Buttons::YesNo) {
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
@@ -48,7 +56,9 @@ Prompts::Answer QtPrompts::showMessage(QWidget* parent, const QString& title,
     return Answer::Ok;
 }
 
-int QtPrompts::runModal(QDialog& dialog) { return dialog.exec(); }
+int QtPrompts::runModal(QDialog& dialog) {
+    return dialog.exec();
+}
 
 bool SystemClipboard::getText(QString& text) {
     QClipboard* clipboard = QGuiApplication::clipboard();
@@ -90,7 +100,9 @@ bool SystemClipboard::setText(const QString& text) {
     return getText(readBack) && readBack == text;
 }
 
-void ThreadSleeper::sleepMs(int milliseconds) { QThread::msleep(milliseconds); }
+void ThreadSleeper::sleepMs(int milliseconds) {
+    QThread::msleep(milliseconds);
+}
 
 QString QtFileDialogs::askPath(QWidget* parent, const FileQuestion& question) {
     const bool save = question.kind == FileQuestion::Kind::Save;

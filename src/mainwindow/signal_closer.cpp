@@ -1,10 +1,11 @@
 #include "mainwindow/signal_closer.h"
 
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <QSocketNotifier>
 #include <QWidget>
 #include <csignal>
-#include <sys/socket.h>
-#include <unistd.h>
 
 namespace lumidot {
 namespace {

@@ -36,23 +36,26 @@ void WrappingCheckBox::paintEvent(QPaintEvent*) {
     painter.drawControl(QStyle::CE_CheckBox, option);
     const int textLeft = indicator.right() + 5;
     const QRect textRect(textLeft, 0, width() - textLeft, height());
-    style()->drawItemText(&painter, textRect,
-                          Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap |
-                              Qt::TextShowMnemonic,
-                          palette(), isEnabled(), caption, QPalette::WindowText);
+    style()->drawItemText(
+        &painter, textRect,
+        Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap | Qt::TextShowMnemonic, palette(),
+        isEnabled(), caption, QPalette::WindowText);
     if (hasFocus()) {
         QStyleOptionFocusRect focus;
         focus.initFrom(this);
         focus.rect = painter.fontMetrics()
-                         .boundingRect(textRect, Qt::AlignLeft | Qt::AlignVCenter |
-                                                     Qt::TextWordWrap | Qt::TextShowMnemonic,
+                         .boundingRect(textRect,
+                                       Qt::AlignLeft | Qt::AlignVCenter | Qt::TextWordWrap |
+                                           Qt::TextShowMnemonic,
                                        caption)
                          .adjusted(-1, 0, 1, 0);
         painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
     }
 }
 
-bool WrappingCheckBox::hitButton(const QPoint& pos) const { return rect().contains(pos); }
+bool WrappingCheckBox::hitButton(const QPoint& pos) const {
+    return rect().contains(pos);
+}
 
 PictureButton::PictureButton(QWidget* parent) : QPushButton(parent) {}
 
@@ -83,10 +86,10 @@ void PictureButton::paintEvent(QPaintEvent*) {
         const int textTop = pictureTop + picture_.height();
         textRect = QRect(2 + shift, textTop, width() - 4, height() - textTop - 2);
     }
-    style()->drawItemText(&painter, textRect,
-                          Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextWordWrap |
-                              Qt::TextShowMnemonic,
-                          palette(), isEnabled(), caption, QPalette::ButtonText);
+    style()->drawItemText(
+        &painter, textRect,
+        Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextWordWrap | Qt::TextShowMnemonic, palette(),
+        isEnabled(), caption, QPalette::ButtonText);
     if (hasFocus()) {
         QStyleOptionFocusRect focus;
         focus.initFrom(this);
@@ -98,7 +101,8 @@ void PictureButton::paintEvent(QPaintEvent*) {
 QPixmap LoadPicture(const QString& resource) {
     const QImage image(resource);
     QPixmap pixmap = QPixmap::fromImage(image);
-    pixmap.setMask(QBitmap::fromImage(image.createMaskFromColor(qRgb(255, 0, 255), Qt::MaskInColor)));
+    pixmap.setMask(
+        QBitmap::fromImage(image.createMaskFromColor(qRgb(255, 0, 255), Qt::MaskInColor)));
     return pixmap;
 }
 

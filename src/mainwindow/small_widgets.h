@@ -50,5 +50,4 @@ private:
 // Loads a picture from the resources with its magenta pixels made transparent.
 QPixmap LoadPicture(const QString& resource);
 
-
 }  // namespace lumidot

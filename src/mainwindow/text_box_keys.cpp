@@ -16,8 +16,9 @@ void HandleTextBoxKeys(Platform& platform, QWidget* box, int keyCode, int shift)
         if (line) line->selectAll();
         if (multi) multi->selectAll();
     } else if (keyCode == kKeyC) {
-        const QString selected = line ? line->selectedText() : multi ? multi->selectedText()
-                                                                     : QString();
+        const QString selected = line    ? line->selectedText()
+                                 : multi ? multi->selectedText()
+                                         : QString();
         SetClipboardText(platform, selected, box);
     }
 }

@@ -21,10 +21,10 @@ class PageModel {
 public:
     // What changed, for a view that repaints only what it must.
     enum class Change {
-        Pixel,      // one pixel of the open page (index given)
-        Pixels,     // the open page's pixels as a whole
-        OpenPage,   // another page was opened
-        Memory,     // a stored page that is not shown changed (page given)
+        Pixel,     // one pixel of the open page (index given)
+        Pixels,    // the open page's pixels as a whole
+        OpenPage,  // another page was opened
+        Memory,    // a stored page that is not shown changed (page given)
     };
     using Listener = std::function<void(Change, int)>;
 

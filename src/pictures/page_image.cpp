@@ -12,7 +12,8 @@ QImage PageImage(const Page& page, int scale, PageColours colours) {
     for (int y = 0; y < image.height(); ++y) {
         auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
         const int row = y / scale;
-        for (int x = 0; x < image.width(); ++x) line[x] = page[row * kPageSide + x / scale] ? on : off;
+        for (int x = 0; x < image.width(); ++x)
+            line[x] = page[row * kPageSide + x / scale] ? on : off;
     }
     return image;
 }

@@ -26,9 +26,10 @@ PictureFrames Read(QIODevice& device, int maxFrames) {
     // Photos from cameras lie on their side unless their orientation tag is followed.
     reader.setAutoTransform(true);
     if (!reader.canRead()) {
-        return Problem(QStringLiteral("It is not a picture in a format Lumidot can read "
-                                      "(PNG, BMP, GIF, JPEG, TIFF, PBM, PGM, PPM, XPM, ICO and "
-                                      "others)."));
+        return Problem(
+            QStringLiteral("It is not a picture in a format Lumidot can read "
+                           "(PNG, BMP, GIF, JPEG, TIFF, PBM, PGM, PPM, XPM, ICO and "
+                           "others)."));
     }
     // GIF and TIFF know their number of frames from the file's structure, without decoding.
     // Counted before the size is asked: Qt's TIFF reader loses count of its pages after.
