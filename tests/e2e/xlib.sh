@@ -62,25 +62,27 @@ begin_e2e() {  # begin_e2e TOOL...
   done
 }
 
-# Starts Xvfb on a display number that the server picks itself and reports when it is
-# ready, so that two tests starting at once never end up sharing one server; returns 1 when
-# none can be started.
+# Starts Xvfb on a display number of its own and waits until it answers; returns 1 when
+# none can be started. The number is drawn at random from a wide range rather than taken as
+# the lowest free one: a server that another test is just shutting down removes its socket
+# file on the way out, and a new server that took over that number would lose its socket
+# with it, leaving the program unable to connect.
 start_xvfb() {
   command -v Xvfb >/dev/null || { echo "Xvfb is not installed"; return 1; }
-  Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp \
-    3>"$E2E_TMP/display" >"$E2E_TMP/xvfb.log" 2>&1 &
-  XVFB_PID=$!
-  local i n
-  for i in $(seq 100); do
-    n=$(cat "$E2E_TMP/display" 2>/dev/null)
-    if [[ "$n" =~ ^[0-9]+$ ]]; then
-      export DISPLAY=":$n"
+  local attempt i n
+  for attempt in $(seq 20); do
+    n=$((200 + RANDOM % 30000))
+    [[ -e "/tmp/.X$n-lock" || -e "/tmp/.X11-unix/X$n" ]] && continue
+    Xvfb ":$n" -screen 0 1024x768x24 -nolisten tcp >"$E2E_TMP/xvfb.log" 2>&1 &
+    XVFB_PID=$!
+    export DISPLAY=":$n"
+    for i in $(seq 100); do
       xdpyinfo >/dev/null 2>&1 && return 0
-    fi
-    kill -0 "$XVFB_PID" 2>/dev/null || break
-    sleep 0.1
+      kill -0 "$XVFB_PID" 2>/dev/null || break
+      sleep 0.1
+    done
+    kill "$XVFB_PID" 2>/dev/null; wait "$XVFB_PID" 2>/dev/null; XVFB_PID=
   done
-  kill "$XVFB_PID" 2>/dev/null; XVFB_PID=
   echo "no X server could be started: $(tail -3 "$E2E_TMP/xvfb.log" 2>/dev/null)"
   return 1
 }
