@@ -22,12 +22,6 @@ QByteArray Stored(const Page& page) {
     return QByteArray::fromStdString(MakeGraphicStoreSysEx(page, 3)) + '\n';
 }
 
-Page Full() {
-    Page page;
-    page.fill(true);
-    return page;
-}
-
 const QImage kDotImage = BlackOnWhite(16, 16, [](int x, int y) { return x == 7 && y == 2; });
 
 struct PictureRow {
@@ -65,70 +59,50 @@ TEST_P(CliPictureTest, StoresThePageOrSaysWhatIsWrong) {
 
 const auto kNothing = [] { return QByteArray(); };
 const auto kPng = [] { return Encoded(kDotImage, "png"); };
+const auto kDotStored = [] { return Stored(Dot()); };
 
-INSTANTIATE_TEST_SUITE_P(
-    Images, CliPictureTest,
-    ::testing::Values(
-        PictureRow{"Png", {}, "dot.png", kPng, false, [] { return Stored(Dot()); }, "", 0},
-        PictureRow{"PngFromStandardInput", {}, "dot.png", kPng, true,
-                   [] { return Stored(Dot()); }, "", 0},
-        PictureRow{"JpegWithoutSuffix", {}, "dot", [] { return Encoded(kDotImage.scaled(64, 64), "jpeg"); },
-                   false, [] { return Stored(Dot()); }, "", 0},
-        PictureRow{"FirstFrameOfAnAnimation", {}, "dots.gif",
-                   [] { return AnimatedGif({kDotImage, QImage(16, 16, QImage::Format_RGB32)}); },
-                   false, [] { return Stored(Dot()); }, "", 0},
-        PictureRow{"InvertedWhiteOnBlack", {"--invert"}, "dot.bmp",
-                   [] {
-                       QImage image = kDotImage;
-                       image.invertPixels();
-                       return Encoded(image, "bmp");
-                   },
-                   false, [] { return Stored(Dot()); }, "", 0},
-        PictureRow{"DitheringBlackAndWhiteChangesNothing", {"--dither"}, "dot.png", kPng, false,
-                   [] { return Stored(Dot()); }, "", 0},
-        PictureRow{"ThresholdZeroEveryDotOff", {"--threshold", "0"}, "dot.png", kPng, false,
-                   [] { return Stored(Page{}); }, "", 0},
-        PictureRow{"Threshold255EveryDotOn", {"--threshold=255"}, "dot.png", kPng, false,
-                   [] { return Stored(Full()); }, "", 0},
-        PictureRow{"EmptyFileNamedPng", {}, "empty.png", kNothing, false, kNothing,
-                   "lumidot-cli: empty.png: the file is empty\n", 1},
-        PictureRow{"TextNamedPng", {}, "notes.png", [] { return QByteArray("my notes\n"); }, false,
-                   kNothing,
-                   "lumidot-cli: notes.png: it is not a picture in a format Lumidot can read (PNG, "
-                   "BMP, GIF, JPEG, TIFF, PBM, PGM, PPM, XPM, ICO and others)\n",
-                   1},
-        PictureRow{"TruncatedPng", {}, "cut.png", [] { return kPng().left(60); }, false, kNothing,
-                   "lumidot-cli: cut.png: the picture is damaged or too large to decode (Unable to "
-                   "read image data)\n",
-                   1},
-        PictureRow{"HugePicture", {}, "huge.png", [] { return PngAnnouncing(30000, 30000); }, true,
-                   kNothing,
-                   "lumidot-cli: standard input: the picture is 30000 x 30000 pixels; pictures of "
-                   "up to 100 megapixels can be imported\n",
-                   1},
-        PictureRow{"OptionsForADotPicture", {"--invert"}, "dot.txt",
-                   [] { return QByteArray("................\n").repeated(16); }, false, kNothing,
-                   "lumidot-cli: dot.txt: --threshold, --dither and --invert are for image files, "
-                   "not for a picture of # and .\n",
-                   1},
-        PictureRow{"ThresholdOutOfRange", {"--threshold", "256"}, "dot.png", kPng, false, kNothing,
-                   "lumidot-cli: --threshold takes a number from 0 to 255, not \"256\" (see "
-                   "lumidot-cli --help)\n",
-                   2},
-        PictureRow{"ThresholdAndDither", {"--threshold", "9", "--dither"}, "dot.png", kPng, false,
-                   kNothing,
-                   "lumidot-cli: --threshold and --dither exclude each other (see lumidot-cli "
-                   "--help)\n",
-                   2}),
-    [](const auto& info) { return std::string(info.param.name); });
+// clang-format off
+const PictureRow kPictureRows[] = {
+    {"Png", {}, "dot.png", kPng, false, kDotStored, "", 0},
+    {"PngFromStandardInput", {}, "dot.png", kPng, true, kDotStored, "", 0},
+    {"JpegWithoutSuffix", {}, "dot", [] { return Encoded(kDotImage.scaled(64, 64), "jpeg"); },
+     false, kDotStored, "", 0},
+    {"FirstFrameOfAnAnimation", {}, "dots.gif",
+     [] { return AnimatedGif({kDotImage, QImage(16, 16, QImage::Format_RGB32)}); }, false,
+     kDotStored, "", 0},
+    {"InvertedWhiteOnBlack", {"--invert"}, "dot.bmp",
+     [] { QImage image = kDotImage; image.invertPixels(); return Encoded(image, "bmp"); }, false,
+     kDotStored, "", 0},
+    {"DitheringBlackAndWhiteChangesNothing", {"--dither"}, "dot.png", kPng, false, kDotStored, "", 0},
+    {"ThresholdZeroEveryDotOff", {"--threshold", "0"}, "dot.png", kPng, false,
+     [] { return Stored(Page{}); }, "", 0},
+    {"Threshold255EveryDotOn", {"--threshold=255"}, "dot.png", kPng, false,
+     [] { Page full; full.fill(true); return Stored(full); }, "", 0},
+    {"EmptyFileNamedPng", {}, "empty.png", kNothing, false, kNothing,
+     "lumidot-cli: empty.png: the file is empty\n", 1},
+    {"TextNamedPng", {}, "notes.png", [] { return QByteArray("my notes\n"); }, false, kNothing,
+     "lumidot-cli: notes.png: it is not a picture in a format Lumidot can read (PNG, BMP, GIF, "
+     "JPEG, TIFF, PBM, PGM, PPM, XPM, ICO and others)\n", 1},
+    {"TruncatedPng", {}, "cut.png", [] { return kPng().left(60); }, false, kNothing,
+     "lumidot-cli: cut.png: the picture is damaged or too large to decode (Unable to read image "
+     "data)\n", 1},
+    {"HugePicture", {}, "huge.png", [] { return PngAnnouncing(30000, 30000); }, true, kNothing,
+     "lumidot-cli: standard input: the picture is 30000 x 30000 pixels; pictures of up to 100 "
+     "megapixels can be imported\n", 1},
+    {"OptionsForADotPicture", {"--invert"}, "dot.txt",
+     [] { return QByteArray("................\n").repeated(16); }, false, kNothing,
+     "lumidot-cli: dot.txt: --threshold, --dither and --invert are for image files, not for a "
+     "picture of # and .\n", 1},
+    {"ThresholdOutOfRange", {"--threshold", "256"}, "dot.png", kPng, false, kNothing,
+     "lumidot-cli: --threshold takes a number from 0 to 255, not \"256\" (see lumidot-cli "
+     "--help)\n", 2},
+    {"ThresholdAndDither", {"--threshold", "9", "--dither"}, "dot.png", kPng, false, kNothing,
+     "lumidot-cli: --threshold and --dither exclude each other (see lumidot-cli --help)\n", 2},
+};
+// clang-format on
 
-TEST(CliPictureUsageTest, PictureOptionsGoWithStoreOnly) {
-    QTemporaryDir folder;
-    const CliRun run = RunCli(folder.path(), {"--dither", "text", "Hi"});
-    EXPECT_EQ(run.err, QStringLiteral("lumidot-cli: --threshold, --dither and --invert go with "
-                                      "store (see lumidot-cli --help)\n"));
-    EXPECT_EQ(run.status, 2);
-}
+INSTANTIATE_TEST_SUITE_P(Images, CliPictureTest, ::testing::ValuesIn(kPictureRows),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace
 }  // namespace lumidot::testing

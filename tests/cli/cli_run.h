@@ -9,15 +9,7 @@
 #include <QStringList>
 #include <ostream>
 
-// Failure messages show Qt strings as text, line breaks as \n.
-inline void PrintTo(const QString& text, std::ostream* out) {
-    QString shown = text;
-    shown.replace(QLatin1Char('\n'), QLatin1String("\\n"));
-    *out << '"' << shown.toStdString() << '"';
-}
-inline void PrintTo(const QByteArray& bytes, std::ostream* out) {
-    *out << bytes.toHex(' ').toStdString();
-}
+#include "support/qt_printers.h"
 
 namespace lumidot::testing {
 
@@ -27,9 +19,7 @@ struct CliRun {
     QString err;
 };
 
-// args: after the program's name. input: standard input. lang: the locale, which picks the
-// LCD text's code page.
-// The environment with only LANG choosing the locale.
+// The environment with only LANG choosing the locale, which picks the LCD text's code page.
 inline QProcessEnvironment LocaleEnvironment(const QString& lang) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(QStringLiteral("LC_ALL"));

@@ -30,6 +30,11 @@ std::string MissingRig() {
     return {};
 }
 
+Micros CycleTime() {
+    const char* period = std::getenv("LUMIDOT_TEST_JACK_PERIOD_US");
+    return Micros{period ? std::atoll(period) : 21333};
+}
+
 Receiver::Receiver(const std::string& client)
     : client_(client),
       file_((std::filesystem::temp_directory_path() /

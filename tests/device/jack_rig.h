@@ -2,6 +2,7 @@
 // what they recorded.
 #pragma once
 
+#include <gtest/gtest.h>
 #include <sys/types.h>
 
 #include <chrono>
@@ -45,5 +46,27 @@ private:
 
 // Why the JACK tests cannot run in this environment, or empty when they can.
 std::string MissingRig();
+
+// The receiver sees a message in the first JACK cycle after we hand it over, once JACK's
+// threads get the processor. On a busy machine without realtime scheduling that is now and
+// then tens of milliseconds later, and never by the same amount for every message. So each
+// pause as handed over is checked exactly, and the pauses as received typically (their
+// median) to within this cycle: pacing from a message's start, or a port that bunches
+// messages, fails that.
+Micros CycleTime();
+
+// The private server up and a receiver listed on it before the test begins; a test that
+// cannot have both fails, saying why.
+class JackTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        const std::string missing = MissingRig();
+        ASSERT_TRUE(missing.empty()) << missing;
+        std::string reason;
+        ASSERT_TRUE(receiver.waitUntilListed(reason)) << reason;
+    }
+
+    Receiver receiver{"lumidot-receiver"};
+};
 
 }  // namespace lumidot::device::testing

@@ -1,5 +1,5 @@
-// The sender around the pacing: opening ports, failures reported once and survived, the
-// status a MIDI menu shows, and, on its real worker thread, a caller that never waits.
+// The sender around the pacing: a port failing part way reported once and survived, and, on
+// its real worker thread, a caller that never waits.
 #include <gtest/gtest.h>
 
 #include <future>
@@ -69,66 +69,6 @@ const FailureCase kFailureCases[] = {
 
 INSTANTIATE_TEST_SUITE_P(Cases, SendFailureTest, ::testing::ValuesIn(kFailureCases),
                          [](const auto& info) { return std::string(info.param.name); });
-
-struct OpenFailureCase {
-    const char* name;
-    bool systemDown;
-    const char* port;
-    ProblemKind expected;
-};
-
-void PrintTo(const OpenFailureCase& c, std::ostream* os) {
-    *os << c.name;
-}
-
-class OpenFailureTest : public ::testing::TestWithParam<OpenFailureCase> {};
-
-TEST_P(OpenFailureTest, ReportedOnceAndNothingSent) {
-    const OpenFailureCase& c = GetParam();
-    Harness h;
-    h.port->systemDown = c.systemDown;
-    const Problem result = h.open(c.port);
-    EXPECT_EQ(result.kind, c.expected);
-    EXPECT_EQ(result.port, c.port);
-    ASSERT_EQ(h.problems.size(), 1u);
-    EXPECT_EQ(h.problems[0].kind, c.expected);
-    SendAll(h.sender, {"S1a", "T1"});
-    h.runToEnd();
-    EXPECT_EQ(h.port->sends, 0u);
-    EXPECT_EQ(h.sender.status(), SenderStatus::NoPort);
-    EXPECT_EQ(h.sender.portName(), "");
-    EXPECT_EQ(h.problems.size(), 1u);
-}
-
-const OpenFailureCase kOpenFailureCases[] = {
-    {"NoMidiSystem", true, kPortName, ProblemKind::NoMidiSystem},
-    {"NoSuchPort", false, "FastLane Port A 24:0", ProblemKind::NoSuchPort},
-};
-
-INSTANTIATE_TEST_SUITE_P(Cases, OpenFailureTest, ::testing::ValuesIn(kOpenFailureCases),
-                         [](const auto& info) { return std::string(info.param.name); });
-
-TEST(SenderTest, StatusFollowsTheQueue) {
-    Harness h;
-    auto ports = h.sender.listPorts();
-    h.sender.pump();
-    EXPECT_EQ(ports.get().names, h.port->names);
-    EXPECT_EQ(h.sender.status(), SenderStatus::NoPort);
-    ASSERT_FALSE(h.open());
-    EXPECT_EQ(h.sender.portName(), kPortName);
-    SendAll(h.sender, {"S1a", "T1"});
-    h.runToEnd();
-    h.sender.close();
-    h.sender.pump();
-    SendAll(h.sender, {"D1"});
-    h.runToEnd();
-
-    std::vector<std::string> texts;
-    for (SenderStatus s : h.statuses) texts.push_back(StatusText(s));
-    EXPECT_EQ(texts, (std::vector<std::string>{"ready", "sending...", "ready", "no port"}));
-    EXPECT_EQ(h.port->delivered.size(), 2u);
-    EXPECT_EQ(h.port->openName, "");
-}
 
 // The real worker thread: while the port is stuck in a send, queueing goes on without
 // waiting, and the newest messages follow once the port is free again.

@@ -46,8 +46,8 @@ class MidiMenuTest : public MidiWindowTest, public ::testing::WithParamInterface
 
 TEST_P(MidiMenuTest, ShowsThePortsAndStatusAsOpened) {
     const MenuCase& c = GetParam();
-    names = c.names;
-    systemDown = c.systemDown;
+    next.names = c.names;
+    next.systemDown = c.systemDown;
     if (c.remembered) remember(preference::kMidiPort, QString::fromUtf8(c.remembered));
     start();
     EXPECT_TRUE(fake.prompts.shown.empty()) << "nothing is an error at start";
@@ -117,28 +117,6 @@ TEST_F(MidiWindowTest, PortListIsRefreshedWhenTheMenuOpens) {
     EXPECT_EQ(status(), QStringLiteral("Fast Lane 28:0: ready"));
 }
 
-TEST_F(MidiWindowTest, ChosenPortIsRememberedUntilNoPortIsChosen) {
-    start();
-    chooseFirstPort();
-    EXPECT_EQ(preference(preference::kMidiPort).toString(), QStringLiteral("Sound Canvas 20:0"));
-    for (const char* item : {"actionSendMessage", "actionSendAllPages", "actionSendLive"}) {
-        EXPECT_TRUE(action(item)->isEnabled()) << item;
-    }
-
-    restart();
-    EXPECT_EQ(portsMade, 2);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return midi().device().portOpen(); }, 2000));
-    EXPECT_EQ(port->openName, "Sound Canvas 20:0");
-
-    choose(Qt::Key_N);
-    EXPECT_FALSE(preference(preference::kMidiPort).isValid());
-    EXPECT_EQ(status(), QStringLiteral("No MIDI port chosen"));
-    EXPECT_FALSE(action("actionSendAllPages")->isEnabled());
-    restart();
-    EXPECT_EQ(portsMade, 2) << "no port to open at start";
-    EXPECT_TRUE(fake.prompts.shown.empty());
-}
-
 TEST_F(MidiWindowTest, PortThatCannotBeOpenedIsReportedAndNotRemembered) {
     start();
     openMenu();
@@ -152,16 +130,10 @@ TEST_F(MidiWindowTest, PortThatCannotBeOpenedIsReportedAndNotRemembered) {
     EXPECT_FALSE(action("actionSendAllPages")->isEnabled());
 }
 
-QAction* PauseItem(QMenu* pauses, int milliseconds) {
-    for (QAction* item : pauses->actions()) {
-        if (item->data().toInt() == milliseconds) return item;
-    }
-    return nullptr;
-}
-
-// The pause and live sending come back in the next run, the pause as the sender keeps it;
-// settings.bin is written exactly as without any of it.
-TEST_F(MidiWindowTest, PauseAndLiveSendingAreRememberedOutsideSettingsBin) {
+// The port, the pause and live sending come back in the next run, the pause as the sender
+// keeps it; settings.bin is written exactly as without any of it. While the pages wait for
+// their turn the menu's title says so, and the caption and client area stay as they are.
+TEST_F(MidiWindowTest, PortPauseAndLiveSendingAreRememberedOutsideSettingsBin) {
     start();
     window->close();
     QFile settings(window->SettingsFilePath());
@@ -171,9 +143,9 @@ TEST_F(MidiWindowTest, PauseAndLiveSendingAreRememberedOutsideSettingsBin) {
 
     start();
     chooseFirstPort();
-    auto* pauses = window->findChild<QMenu*>(QStringLiteral("menuMidiPause"));
-    ASSERT_NE(PauseItem(pauses, 100), nullptr);
-    PauseItem(pauses, 100)->trigger();
+    EXPECT_EQ(preference(preference::kMidiPort).toString(), QStringLiteral("Sound Canvas 20:0"));
+    ASSERT_NE(pauseItem(100), nullptr);
+    pauseItem(100)->trigger();
     choose(Qt::Key_L);
     EXPECT_TRUE(action("actionSendLive")->isChecked());
     window->close();
@@ -182,17 +154,34 @@ TEST_F(MidiWindowTest, PauseAndLiveSendingAreRememberedOutsideSettingsBin) {
     settings.close();
 
     start();
+    EXPECT_EQ(portsMade, 2);
     ASSERT_TRUE(QTest::qWaitFor([&] { return midi().device().portOpen(); }, 2000));
+    EXPECT_EQ(port->openName, "Sound Canvas 20:0");
     EXPECT_TRUE(action("actionSendLive")->isChecked());
-    EXPECT_TRUE(PauseItem(pauses = window->findChild<QMenu*>("menuMidiPause"), 100)->isChecked());
+    EXPECT_TRUE(pauseItem(100)->isChecked());
+    const QString caption = window->windowTitle();
     choose(Qt::Key_A);
-    const std::vector<Bytes> sent = delivered();
-    ASSERT_EQ(sent.size(), 11u);
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] { return menu()->title() == QStringLiteral("&MIDI (sending...)"); }, 2000));
+    EXPECT_EQ(status(), QStringLiteral("Sound Canvas 20:0: sending..."));
+    EXPECT_EQ(window->windowTitle(), caption);
+    EXPECT_EQ(window->clientArea()->size(), MainForm::kClientSize);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return menu()->title() == QStringLiteral("&MIDI"); }, 5000));
+    EXPECT_EQ(status(), QStringLiteral("Sound Canvas 20:0: ready"));
+    ASSERT_EQ(delivered().size(), 11u);
     for (std::size_t i = 1; i < port->delivered.size(); ++i) {
         const auto& before = port->delivered[i - 1];
         EXPECT_GE(port->delivered[i].at - before.at - device::WireTime(before.bytes.size()), 100ms)
             << "before message " << i;
     }
+
+    choose(Qt::Key_N);
+    EXPECT_FALSE(preference(preference::kMidiPort).isValid());
+    EXPECT_EQ(status(), QStringLiteral("No MIDI port chosen"));
+    EXPECT_FALSE(action("actionSendAllPages")->isEnabled());
+    restart();
+    EXPECT_EQ(portsMade, 2) << "no port to open at start";
+    EXPECT_TRUE(fake.prompts.shown.empty());
 }
 
 struct LossCase {
@@ -210,8 +199,8 @@ class PortLossTest : public MidiWindowTest, public ::testing::WithParamInterface
 // The port fails part way through the pages: one message box, the menu says so, nothing
 // more can be sent, and choosing the port again sends once more.
 TEST_P(PortLossTest, IsToldOnceAndThePortCanBeChosenAgain) {
-    failFrom = 2;
-    failure = GetParam().failure;
+    next.failFrom = 2;
+    next.failure = GetParam().failure;
     start();
     chooseFirstPort();
     choose(Qt::Key_A);
@@ -236,30 +225,13 @@ TEST_P(PortLossTest, IsToldOnceAndThePortCanBeChosenAgain) {
     EXPECT_EQ(fake.prompts.shown.size(), 1u);
 }
 
-INSTANTIATE_TEST_SUITE_P(Cases, PortLossTest,
-                         ::testing::Values(LossCase{"PortGone", device::ProblemKind::PortLost,
-                                                    "has gone away"},
-                                           LossCase{"SendRefused", device::ProblemKind::SendFailed,
-                                                    "could not be sent"}),
-                         [](const auto& info) { return std::string(info.param.name); });
+const LossCase kLossCases[] = {
+    {"PortGone", device::ProblemKind::PortLost, "has gone away"},
+    {"SendRefused", device::ProblemKind::SendFailed, "could not be sent"},
+};
 
-// While messages wait for their turn the menu's title says so; the window's caption and
-// client area stay as they are.
-TEST_F(MidiWindowTest, TitleSaysSendingWhileMessagesWait) {
-    remember(preference::kMidiGapMs, 150);
-    start();
-    const QString caption = window->windowTitle();
-    chooseFirstPort();
-    choose(Qt::Key_A);
-    ASSERT_TRUE(QTest::qWaitFor(
-        [&] { return menu()->title() == QStringLiteral("&MIDI (sending...)"); }, 2000));
-    EXPECT_EQ(status(), QStringLiteral("Sound Canvas 20:0: sending..."));
-    EXPECT_EQ(window->windowTitle(), caption);
-    EXPECT_EQ(window->clientArea()->size(), MainForm::kClientSize);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return menu()->title() == QStringLiteral("&MIDI"); }, 5000));
-    EXPECT_EQ(status(), QStringLiteral("Sound Canvas 20:0: ready"));
-    EXPECT_EQ(port->delivered.size(), 11u);
-}
+INSTANTIATE_TEST_SUITE_P(Cases, PortLossTest, ::testing::ValuesIn(kLossCases),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 }  // namespace
 }  // namespace lumidot::testing

@@ -18,6 +18,7 @@
 
 #include "codec/graphic_page.h"
 #include "device/fake_port.h"
+#include "files/file_bytes.h"
 #include "mainwindow/main_form.h"
 #include "mainwindow/midi_menu.h"
 #include "storage/preferences.h"
@@ -31,12 +32,6 @@ using device::Bytes;
 using device::testing::RecordingPort;
 using namespace std::chrono_literals;
 
-inline Bytes ToBytes(const std::string& hexText) {
-    ByteArray bytes;
-    HexTextToBytes(hexText, bytes);
-    return bytes;
-}
-
 class MidiWindowTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -49,11 +44,7 @@ protected:
         removePreferences();
         fake.platform.midiPort = [this] {
             ++portsMade;
-            auto made = std::make_unique<RecordingPort>(&clock);
-            made->names = names;
-            made->systemDown = systemDown;
-            made->failFrom = failFrom;
-            made->failure = failure;
+            auto made = std::make_unique<RecordingPort>(next);
             port = made.get();
             return made;
         };
@@ -92,6 +83,12 @@ protected:
     QMenu* menu() { return midi().menu(); }
     QAction* action(const char* name) { return window->findChild<QAction*>(name); }
     QString status() { return action("actionMidiStatus")->text(); }
+    QAction* pauseItem(int milliseconds) {
+        for (QAction* item : window->findChild<QMenu*>("menuMidiPause")->actions()) {
+            if (item->data().toInt() == milliseconds) return item;
+        }
+        return nullptr;
+    }
     // The menu's items from the first port item to the last, as shown.
     QStringList portTexts() {
         QStringList texts;
@@ -154,11 +151,7 @@ protected:
     QTemporaryDir folder;
     std::unique_ptr<MainForm> window;
     device::SteadyClock clock;
-    // How the next port made behaves.
-    std::vector<std::string> names{"Sound Canvas 20:0", "Midi Through 14:0"};
-    bool systemDown = false;
-    std::optional<std::size_t> failFrom;
-    device::ProblemKind failure = device::ProblemKind::PortLost;
+    RecordingPort next{&clock};     // each port made is a copy of this one
     RecordingPort* port = nullptr;  // owned by the window's sender
     int portsMade = 0;
 };
