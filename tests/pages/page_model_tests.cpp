@@ -35,17 +35,6 @@ protected:
     std::vector<std::pair<PageModel::Change, int>> changes;
 };
 
-TEST_F(PageModelTest, OpeningAPageStoresTheOpenOneAndLoadsTheOther) {
-    model.setPixel(5, true);
-    EXPECT_EQ(model.stored(1), Page{}) << "the memory lags until the page is left";
-    ASSERT_TRUE(model.open(2));
-    EXPECT_EQ(model.current(), 2);
-    EXPECT_EQ(model.pixels(), Page{});
-    EXPECT_EQ(model.stored(1), PixelsOn({5}));
-    ASSERT_TRUE(model.open(1));
-    EXPECT_EQ(model.pixels(), PixelsOn({5}));
-}
-
 TEST_F(PageModelTest, OpeningTheOpenPageOrNoPageChangesNothing) {
     for (int page : {1, 0, 11, -1}) EXPECT_FALSE(model.open(page)) << page;
     EXPECT_EQ(model.current(), 1);
