@@ -40,31 +40,17 @@ protected:
     int steps() { return window->history().stack().count(); }
 };
 
-TEST_F(PictureWindowTest, ImportedPngBecomesTheOpenPageAsOneStepAndShowsItsStoreMessage) {
+// The dialog opens on the open page; OK imports what the preview shows, as one step.
+TEST_F(PictureWindowTest, PreviewFollowsTheControlsAndOkTakesWhatItShows) {
     window->SetPageNum(3);
     press("optSEGDisplay");
-    Page previewed{};
-    fake.prompts.onModal = [&](QDialog& dialog) {
-        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Import Picture"));
-        EXPECT_EQ(dialog.findChild<QSpinBox*>("pageSpin")->value(), 3) << "the open page";
-        previewed = dialog.findChild<PagePreview*>("resultView")->page();
-        QTest::mouseClick(dialog.findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
-    };
-    import(samplePng());
-    EXPECT_EQ(fake.files.asked.at(0).title, QStringLiteral("Import Picture"));
-    EXPECT_EQ(previewed, SamplePage());
-    EXPECT_EQ(window->FDPageNum(), 3);
-    expectStored(SamplePage());
-    EXPECT_EQ(steps(), 1);
-}
-
-TEST_F(PictureWindowTest, PreviewFollowsTheControlsAndOkTakesWhatItShows) {
     struct Move {
         const char* what;
         std::function<void(QDialog&)> act;
         std::function<bool(int, int)> on;  // the preview afterwards, by row and column
     };
     const std::vector<Move> moves = {
+        {"as opened", [](QDialog&) {}, SampleAt},
         {"invert", [](QDialog& d) { d.findChild<QCheckBox*>("invertBox")->click(); },
          [](int r, int c) { return !SampleAt(r, c); }},
         {"threshold 0: every pixel off",
@@ -83,6 +69,8 @@ TEST_F(PictureWindowTest, PreviewFollowsTheControlsAndOkTakesWhatItShows) {
          SampleAt},
     };
     fake.prompts.onModal = [&](QDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Import Picture"));
+        EXPECT_EQ(dialog.findChild<QSpinBox*>("pageSpin")->value(), 3) << "the open page";
         auto* preview = dialog.findChild<PagePreview*>("resultView");
         for (const Move& move : moves) {
             SCOPED_TRACE(move.what);
@@ -92,12 +80,14 @@ TEST_F(PictureWindowTest, PreviewFollowsTheControlsAndOkTakesWhatItShows) {
             }
         }
         EXPECT_EQ(dialog.findChild<QLabel*>("resultCaption")->text(), QStringLiteral("Page 7"));
-        dialog.accept();
+        QTest::mouseClick(dialog.findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
     };
     import(samplePng());
+    EXPECT_EQ(fake.files.asked.at(0).title, QStringLiteral("Import Picture"));
     EXPECT_EQ(window->FDPageNum(), 7) << "the page that received it opens";
     expectStored(SamplePage());
-    EXPECT_EQ(pages()[0], Page{}) << "the page open before is untouched";
+    EXPECT_EQ(pages()[2], Page{}) << "the page open before is untouched";
+    EXPECT_EQ(steps(), 1);
 }
 
 TEST_F(PictureWindowTest, CancelChangesNothing) {
