@@ -52,18 +52,19 @@ TEST_F(EditorTest, SwitchingPagesKeepsEachPagesEditsAndShowsTheNewPage) {
 struct ShiftRow {
     const char* button;
     const char* opposite;
-    int firstLandsAt;  // where the pixel at row 0, column 0 goes
-    int lastLandsAt;   // and the one at row 15, column 15
+    int firstLandsAt;   // where the pixel at row 0, column 0 goes
+    int lastLandsAt;    // and the one at row 15, column 15
+    int middleLandsAt;  // and the one at row 6, column 4
 };
 
 class ShiftTest : public EditorTest, public ::testing::WithParamInterface<ShiftRow> {};
 
 TEST_P(ShiftTest, WrapsAroundAndSixteenShiftsRestoreThePage) {
-    const auto& [button, opposite, first, last] = GetParam();
-    showPage(pixelsOn({0, 255}));
+    const auto& [button, opposite, first, last, middle] = GetParam();
+    showPage(pixelsOn({0, 255, 100}));
     press("optSEText");
     press(button);
-    expectStored(pixelsOn({first, last}));
+    expectStored(pixelsOn({first, last, middle}));
     // Irregular, so that a shift that drops, doubles or mirrors a row or column cannot come
     // out equal by accident.
     Page sample{};
@@ -76,11 +77,12 @@ TEST_P(ShiftTest, WrapsAroundAndSixteenShiftsRestoreThePage) {
     EXPECT_EQ(window->FDPixels(), sample);
 }
 
-INSTANTIATE_TEST_SUITE_P(Buttons, ShiftTest,
-                         ::testing::Values(ShiftRow{"cmdFDShiftRight", "cmdFDShiftLeft", 1, 240},
-                                           ShiftRow{"cmdFDShiftLeft", "cmdFDShiftRight", 15, 254},
-                                           ShiftRow{"cmdFDShiftUp", "cmdFDShiftDown", 240, 239},
-                                           ShiftRow{"cmdFDShiftDown", "cmdFDShiftUp", 16, 15}));
+INSTANTIATE_TEST_SUITE_P(
+    Buttons, ShiftTest,
+    ::testing::Values(ShiftRow{"cmdFDShiftRight", "cmdFDShiftLeft", 1, 240, 101},
+                      ShiftRow{"cmdFDShiftLeft", "cmdFDShiftRight", 15, 254, 99},
+                      ShiftRow{"cmdFDShiftUp", "cmdFDShiftDown", 240, 239, 84},
+                      ShiftRow{"cmdFDShiftDown", "cmdFDShiftUp", 16, 15, 116}));
 
 TEST_F(EditorTest, DisplayNoneLastsUntilAnEditInvertTwiceRestoresClearAsksFirst) {
     window->SetPageNum(4);

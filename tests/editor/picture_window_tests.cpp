@@ -17,20 +17,10 @@
 #include "editor/editor_fixture.h"
 #include "editor/page_preview.h"
 #include "pictures/page_image.h"
-#include "support/picture_files.h"
+#include "pictures/sample_picture.h"
 
 namespace lumidot::testing {
 namespace {
-
-// Pixel (x, y) of the sample: a frame, a diagonal and a dot; nothing symmetrical.
-bool Sample(int x, int y) {
-    return x == 0 || y == 15 || x == y || (x == 12 && y == 3);
-}
-Page SamplePage() {
-    Page page{};
-    for (int i = 0; i < kPagePixels; ++i) page[i] = Sample(i % kPageSide, i / kPageSide);
-    return page;
-}
 
 class PictureWindowTest : public EditorTest {
 protected:
@@ -40,7 +30,7 @@ protected:
         return path;
     }
     QString samplePng() {
-        return write(QStringLiteral("sample.png"), Encoded(BlackOnWhite(16, 16, Sample), "png"));
+        return write(QStringLiteral("sample.png"), Encoded(SampleImage(), "png"));
     }
     void import(const QString& path) {
         fake.files.paths.push_back(path);
@@ -50,33 +40,19 @@ protected:
     int steps() { return window->history().stack().count(); }
 };
 
-TEST_F(PictureWindowTest, ImportedPngBecomesTheOpenPageAsOneStepAndShowsItsStoreMessage) {
+// The dialog opens on the open page; OK imports what the preview shows, as one step.
+TEST_F(PictureWindowTest, PreviewFollowsTheControlsAndOkTakesWhatItShows) {
     window->SetPageNum(3);
     press("optSEGDisplay");
-    Page previewed{};
-    fake.prompts.onModal = [&](QDialog& dialog) {
-        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Import Picture"));
-        EXPECT_EQ(dialog.findChild<QSpinBox*>("pageSpin")->value(), 3) << "the open page";
-        previewed = dialog.findChild<PagePreview*>("resultView")->page();
-        QTest::mouseClick(dialog.findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
-    };
-    import(samplePng());
-    EXPECT_EQ(fake.files.asked.at(0).title, QStringLiteral("Import Picture"));
-    EXPECT_EQ(previewed, SamplePage());
-    EXPECT_EQ(window->FDPageNum(), 3);
-    expectStored(SamplePage());
-    EXPECT_EQ(steps(), 1);
-}
-
-TEST_F(PictureWindowTest, PreviewFollowsTheControlsAndOkTakesWhatItShows) {
     struct Move {
         const char* what;
         std::function<void(QDialog&)> act;
-        std::function<bool(int, int)> on;  // the preview afterwards, pixel (x, y)
+        std::function<bool(int, int)> on;  // the preview afterwards, by row and column
     };
     const std::vector<Move> moves = {
+        {"as opened", [](QDialog&) {}, SampleAt},
         {"invert", [](QDialog& d) { d.findChild<QCheckBox*>("invertBox")->click(); },
-         [](int x, int y) { return !Sample(x, y); }},
+         [](int r, int c) { return !SampleAt(r, c); }},
         {"threshold 0: every pixel off",
          [](QDialog& d) { d.findChild<QSlider*>("thresholdSlider")->setValue(0); },
          [](int, int) { return false; }},
@@ -88,26 +64,30 @@ TEST_F(PictureWindowTest, PreviewFollowsTheControlsAndOkTakesWhatItShows) {
              d.findChild<QSlider*>("thresholdSlider")->setValue(128);
              d.findChild<QCheckBox*>("invertBox")->click();
          },
-         Sample},
+         SampleAt},
         {"into page 7", [](QDialog& d) { d.findChild<QSpinBox*>("pageSpin")->setValue(7); },
-         Sample},
+         SampleAt},
     };
     fake.prompts.onModal = [&](QDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Import Picture"));
+        EXPECT_EQ(dialog.findChild<QSpinBox*>("pageSpin")->value(), 3) << "the open page";
         auto* preview = dialog.findChild<PagePreview*>("resultView");
         for (const Move& move : moves) {
             SCOPED_TRACE(move.what);
             move.act(dialog);
             for (int i = 0; i < kPagePixels; ++i) {
-                ASSERT_EQ(preview->page()[i], move.on(i % kPageSide, i / kPageSide)) << i;
+                ASSERT_EQ(preview->page()[i], move.on(i / kPageSide, i % kPageSide)) << i;
             }
         }
         EXPECT_EQ(dialog.findChild<QLabel*>("resultCaption")->text(), QStringLiteral("Page 7"));
-        dialog.accept();
+        QTest::mouseClick(dialog.findChild<QPushButton*>("cmdOK"), Qt::LeftButton);
     };
     import(samplePng());
+    EXPECT_EQ(fake.files.asked.at(0).title, QStringLiteral("Import Picture"));
     EXPECT_EQ(window->FDPageNum(), 7) << "the page that received it opens";
     expectStored(SamplePage());
-    EXPECT_EQ(pages()[0], Page{}) << "the page open before is untouched";
+    EXPECT_EQ(pages()[2], Page{}) << "the page open before is untouched";
+    EXPECT_EQ(steps(), 1);
 }
 
 TEST_F(PictureWindowTest, CancelChangesNothing) {
@@ -158,8 +138,8 @@ TEST_F(PictureWindowTest, TwelveFrameGifFillsPagesOneToTenAndSaysTwoAreLeftOut) 
 struct RefusedRow {
     const char* name;
     const char* file;
-    QByteArray (*bytes)();
-    const char* reason;  // in the box, after the file's path
+    QByteArray (*bytes)();  // nullptr: no file is written
+    const char* reason;     // in the box, after the file's path
 };
 
 class RefusedFileTest : public PictureWindowTest,
@@ -171,7 +151,9 @@ TEST_P(RefusedFileTest, GivesABoxNamingTheFileAndTheReasonAndChangesNothing) {
     showPage(pixelsOn({3, 4, 5}));
     const Pages before = pages();
     const quint64 pane = window->model().paneVersion();
-    const QString path = write(QLatin1String(row.file), row.bytes());
+    QString path = folder.filePath(QLatin1String(row.file));
+    if (row.bytes) path = write(QLatin1String(row.file), row.bytes());
+    if (QLatin1String(row.file) == QLatin1String("folder.png")) QDir(folder.path()).mkdir(row.file);
     import(path);
     ASSERT_EQ(fake.prompts.shown.size(), 1u);
     const ShownMessage& box = fake.prompts.shown[0];
@@ -186,23 +168,29 @@ TEST_P(RefusedFileTest, GivesABoxNamingTheFileAndTheReasonAndChangesNothing) {
     EXPECT_EQ(steps(), 0);
 }
 
+QByteArray TruncatedPng() {
+    const QByteArray png =
+        Encoded(BlackOnWhite(64, 64, [](int x, int y) { return (x * y + x / 3) % 7 < 3; }), "png");
+    return png.left(png.size() / 2);
+}
+
+// clang-format off
 INSTANTIATE_TEST_SUITE_P(
     Files, RefusedFileTest,
     ::testing::Values(
-        RefusedRow{"TruncatedPng", "cut.png",
-                   [] {
-                       const QByteArray png = Encoded(
-                           BlackOnWhite(64, 64, [](int x, int y) { return (x * y) % 7 < 3; }),
-                           "png");
-                       return png.left(png.size() / 2);
-                   },
-                   "damaged"},
-        RefusedRow{"TextNamedPng", "notes.png", [] { return QByteArray("shopping list\n"); },
-                   "It is not a picture"},
+        RefusedRow{"Missing", "missing.png", nullptr, "The file does not exist."},
+        RefusedRow{"Folder", "folder.png", nullptr, "It is a folder, not a file."},
         RefusedRow{"EmptyFile", "empty.png", [] { return QByteArray(); }, "The file is empty."},
+        RefusedRow{"TextNamedPng", "notes.png", [] { return QByteArray("shopping list\n"); },
+                   "It is not a picture in a format Lumidot can read (PNG, BMP, GIF, JPEG, TIFF, "
+                   "PBM, PGM, PPM, XPM, ICO and others)."},
+        RefusedRow{"TruncatedPng", "cut.png", TruncatedPng,
+                   "The picture is damaged or too large to decode (Unable to read image data)."},
         RefusedRow{"HugeHeader", "huge.png", [] { return PngAnnouncing(30000, 30000); },
-                   "30000 x 30000 pixels"}),
+                   "The picture is 30000 x 30000 pixels; pictures of up to 100 megapixels can be "
+                   "imported."}),
     [](const auto& info) { return std::string(info.param.name); });
+// clang-format on
 
 // --- drops and the clipboard -------------------------------------------------------------------
 
@@ -227,7 +215,7 @@ TEST_F(PictureWindowTest, CopiedPageImagePastesBackAsTheSamePageAsOneStep) {
     const QImage copied = QGuiApplication::clipboard()->image();
     ASSERT_EQ(copied.size(), QSize(16, 16));
     EXPECT_EQ(copied.pixel(0, 0), qRgb(0, 0, 0)) << "on is black";
-    EXPECT_EQ(copied.pixel(5, 0), qRgb(255, 255, 255));
+    EXPECT_EQ(copied.pixel(1, 0), qRgb(255, 255, 255));
 
     window->SetPageNum(6);
     fake.prompts.onModal = [](QDialog& dialog) { dialog.accept(); };
@@ -266,7 +254,7 @@ TEST_F(PictureWindowTest, ExportWritesThePageScaledInTheChosenColours) {
     ASSERT_EQ(written.size(), QSize(48, 48));
     for (int i = 0; i < kPagePixels; ++i) {
         const int x = i % kPageSide, y = i / kPageSide;
-        const QColor colour = Sample(x, y) ? kLcdOnColour : kLcdOffColour;
+        const QColor colour = SampleAt(y, x) ? kLcdOnColour : kLcdOffColour;
         ASSERT_EQ(written.pixel(x * 3 + 2, y * 3 + 1), colour.rgb()) << x << ", " << y;
     }
     EXPECT_TRUE(fake.prompts.shown.empty());

@@ -58,15 +58,9 @@ struct StepRow {
 
 class StepTest : public UndoTest, public ::testing::WithParamInterface<StepRow> {
 public:
-    using UndoTest::cellCentre;
-    using UndoTest::fake;
-    using UndoTest::folder;
-    using UndoTest::grid;
-    using UndoTest::mouse;
-    using UndoTest::move;
-    using UndoTest::press;
-    using UndoTest::ui;
-    using UndoTest::window;
+    // For the rows' actions, which are written outside the class.
+    using UndoTest::cellCentre, UndoTest::fake, UndoTest::folder, UndoTest::grid, UndoTest::mouse,
+        UndoTest::move, UndoTest::press, UndoTest::ui, UndoTest::window;
 };
 
 TEST_P(StepTest, UndoneAndRedoneRestoresTheExactPagesAndTheOpenPage) {
@@ -178,16 +172,13 @@ INSTANTIATE_TEST_SUITE_P(
 
 // --- what is not a step, and the bound ------------------------------------------------------
 
-TEST_F(UndoTest, ActionsThatChangeNothingAreNotRecorded) {
+TEST_F(UndoTest, ActionsThatChangeNothingAreNotRecordedEachStrokeIsOneStepOfABoundedHistory) {
     press("cmdFDShiftLeft");  // an empty page shifted is the same page
     press("cmdFDClear");
     click(grid(), cellCentre(5), Qt::RightButton);  // painting off what is off
     EXPECT_EQ(stack().count(), 0);
     EXPECT_FALSE(window->history().undoAction()->isEnabled());
     EXPECT_EQ(undoItem(), QStringLiteral("Undo"));
-}
-
-TEST_F(UndoTest, EachStrokeIsOneStepAndTheHistoryIsBounded) {
     for (int cell : {10, 11, 12}) click(grid(), cellCentre(cell), Qt::LeftButton);
     EXPECT_EQ(stack().count(), 3) << "three clicks, three strokes";
     EXPECT_EQ(stack().undoLimit(), EditHistory::kUndoLimit);
@@ -195,7 +186,7 @@ TEST_F(UndoTest, EachStrokeIsOneStepAndTheHistoryIsBounded) {
 
 // --- Ctrl is a paint key and the start of Ctrl+Z ---------------------------------------------
 
-TEST_F(UndoTest, CtrlZWithThePointerOnAnOnPixelLeavesItOnAndUndoesTheStepBefore) {
+TEST_F(UndoTest, CtrlZOverAnOnPixelLeavesItOnAndUndoesTheStepBeforeCtrlAlonePaints) {
     constexpr int kResting = 37;
     showPage(pixelsOn({kResting}));
     click(grid(), cellCentre(60), Qt::LeftButton);  // the user's last edit
@@ -225,19 +216,14 @@ TEST_F(UndoTest, CtrlZWithThePointerOnAnOnPixelLeavesItOnAndUndoesTheStepBefore)
     QTest::keyRelease(ui().txtTextIn, Qt::Key_Control);
     expectStored(pixelsOn({kResting, 60}));
     EXPECT_EQ(stack().count(), 1) << "the keys' own paint never became a step";
-}
 
-TEST_F(UndoTest, CtrlAloneOverAPixelIsStillAStepOfItsOwn) {
-    constexpr int kResting = 37;
-    showPage(pixelsOn({kResting}));
-    move(grid(), cellCentre(kResting));
-    ui().txtTextIn->setFocus();
+    // Ctrl alone, with no Z after it, is a paint and a step of its own.
     QTest::keyPress(ui().txtTextIn, Qt::Key_Control, Qt::ControlModifier);
     QTest::keyRelease(ui().txtTextIn, Qt::Key_Control);
-    EXPECT_EQ(window->FDPixels(), Page{});
+    EXPECT_EQ(window->FDPixels(), pixelsOn({60}));
     EXPECT_EQ(undoItem(), QStringLiteral("Undo Paint"));
     undo();
-    expectStored(pixelsOn({kResting}));
+    expectStored(pixelsOn({kResting, 60}));
 }
 
 }  // namespace

@@ -106,41 +106,25 @@ TEST_P(SyxRepairTest, RepairsOnlyGSDataSets) {
     EXPECT_EQ(report.problems.size(), row.problems);
 }
 
+// clang-format off
 INSTANTIATE_TEST_SUITE_P(
     Files, SyxRepairTest,
-    ::testing::Values(SyxRepairRow{"DisplayModel",
-                                   "F0 41 10 45 12 10 20 00 05 00 F7",
-                                   "F0 41 10 45 12 10 20 00 05 4B F7",
-                                   {"0, 9: 00 -> 4B"},
-                                   0},
-                      SyxRepairRow{"GSModelOtherDevice",
-                                   "F0 7E 7F 09 01 F7 F0 41 7F 42 12 40 00 7F 00 7F F7",
-                                   "F0 7E 7F 09 01 F7 F0 41 7F 42 12 40 00 7F 00 41 F7",
-                                   {"6, 15: 7F -> 41"},
-                                   0},
-                      SyxRepairRow{"RightAlready",
-                                   "F0 41 10 45 12 10 00 00 70 F7",
-                                   "F0 41 10 45 12 10 00 00 70 F7",
-                                   {},
-                                   0},
-                      SyxRepairRow{"NotGS",
-                                   "F0 41 10 16 12 20 00 00 41 00 F7 F0 41 10 45 11 10 00 00 00 F7",
-                                   "F0 41 10 16 12 20 00 00 41 00 F7 F0 41 10 45 11 10 00 00 00 F7",
-                                   {},
-                                   0},
-                      SyxRepairRow{
-                          "TooShort", "F0 41 10 42 12 40 00 F7", "F0 41 10 42 12 40 00 F7", {}, 0},
-                      SyxRepairRow{"StrayBytesStay",
-                                   "0D 0A F0 41 10 45 12 10 20 00 05 00 F7 20",
-                                   "0D 0A F0 41 10 45 12 10 20 00 05 4B F7 20",
-                                   {"2, 11: 00 -> 4B"},
-                                   2},
-                      SyxRepairRow{"CutOffMessageStays",
-                                   "F0 41 10 45 12 10 20 00 05 00",
-                                   "F0 41 10 45 12 10 20 00 05 00",
-                                   {},
-                                   2}),
+    ::testing::Values(
+        SyxRepairRow{"DisplayModel", "F0 41 10 45 12 10 20 00 05 00 F7",
+                     "F0 41 10 45 12 10 20 00 05 4B F7", {"0, 9: 00 -> 4B"}, 0},
+        SyxRepairRow{"GSModelOtherDevice", "F0 7E 7F 09 01 F7 F0 41 7F 42 12 40 00 7F 00 7F F7",
+                     "F0 7E 7F 09 01 F7 F0 41 7F 42 12 40 00 7F 00 41 F7", {"6, 15: 7F -> 41"}, 0},
+        SyxRepairRow{"RightAlready", "F0 41 10 45 12 10 00 00 70 F7",
+                     "F0 41 10 45 12 10 00 00 70 F7", {}, 0},
+        SyxRepairRow{"NotGS", "F0 41 10 16 12 20 00 00 41 00 F7 F0 41 10 45 11 10 00 00 00 F7",
+                     "F0 41 10 16 12 20 00 00 41 00 F7 F0 41 10 45 11 10 00 00 00 F7", {}, 0},
+        SyxRepairRow{"TooShort", "F0 41 10 42 12 40 00 F7", "F0 41 10 42 12 40 00 F7", {}, 0},
+        SyxRepairRow{"StrayBytesStay", "0D 0A F0 41 10 45 12 10 20 00 05 00 F7 20",
+                     "0D 0A F0 41 10 45 12 10 20 00 05 4B F7 20", {"2, 11: 00 -> 4B"}, 2},
+        SyxRepairRow{"CutOffMessageStays", "F0 41 10 45 12 10 20 00 05 00",
+                     "F0 41 10 45 12 10 20 00 05 00", {}, 2}),
     [](const auto& info) { return std::string(info.param.name); });
+// clang-format on
 
 }  // namespace
 }  // namespace lumidot::testing

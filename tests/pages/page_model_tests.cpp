@@ -1,4 +1,5 @@
-// The page operations and the page model on their own, without a window.
+// The page model on its own, without a window; the page operations are tested through the
+// editor's buttons.
 #include <gtest/gtest.h>
 
 #include <initializer_list>
@@ -16,43 +17,11 @@ Page PixelsOn(std::initializer_list<int> indexes) {
     return page;
 }
 
-struct OperationRow {
-    const char* name;
-    Page (*operation)(const Page&);
-    Page before;
-    Page after;
-};
-
-class OperationTest : public ::testing::TestWithParam<OperationRow> {};
-
-TEST_P(OperationTest, MovesEveryPixelWhereItBelongs) {
-    EXPECT_EQ(GetParam().operation(GetParam().before), GetParam().after);
-}
-
-// Corners and a middle pixel: the corners wrap to the opposite edge.
-INSTANTIATE_TEST_SUITE_P(
-    Pages, OperationTest,
-    ::testing::Values(OperationRow{"Up", ShiftUp, PixelsOn({0, 15, 100}), PixelsOn({240, 255, 84})},
-                      OperationRow{"Down", ShiftDown, PixelsOn({240, 255, 100}), PixelsOn({0, 15, 116})},
-                      OperationRow{"Left", ShiftLeft, PixelsOn({0, 240, 100}), PixelsOn({15, 255, 99})},
-                      OperationRow{"Right", ShiftRight, PixelsOn({15, 255, 100}), PixelsOn({0, 240, 101})},
-                      OperationRow{"Clear", [](const Page&) { return ClearedPage(); },
-                                   PixelsOn({0, 255}), Page{}},
-                      OperationRow{"InvertTwice", [](const Page& p) { return Invert(Invert(p)); },
-                                   PixelsOn({3, 77}), PixelsOn({3, 77})}),
-    [](const auto& info) { return std::string(info.param.name); });
-
-TEST(OperationTest, InvertTurnsEveryPixel) {
-    Page all{};
-    all.fill(true);
-    all[9] = false;
-    EXPECT_EQ(Invert(all), PixelsOn({9}));
-}
-
 // Distances in steps, halves going to the even neighbour.
 TEST(DragStepsTest, RoundsHalvesToEven) {
     const std::pair<double, int> rows[] = {{11, 0}, {12, 1}, {33, 2}, {55, 2}, {-11, 0}, {-33, -2}};
-    for (const auto& [distance, steps] : rows) EXPECT_EQ(DragSteps(distance, 22), steps) << distance;
+    for (const auto& [distance, steps] : rows)
+        EXPECT_EQ(DragSteps(distance, 22), steps) << distance;
 }
 
 class PageModelTest : public ::testing::Test {
@@ -65,17 +34,6 @@ protected:
     PageModel model;
     std::vector<std::pair<PageModel::Change, int>> changes;
 };
-
-TEST_F(PageModelTest, OpeningAPageStoresTheOpenOneAndLoadsTheOther) {
-    model.setPixel(5, true);
-    EXPECT_EQ(model.stored(1), Page{}) << "the memory lags until the page is left";
-    ASSERT_TRUE(model.open(2));
-    EXPECT_EQ(model.current(), 2);
-    EXPECT_EQ(model.pixels(), Page{});
-    EXPECT_EQ(model.stored(1), PixelsOn({5}));
-    ASSERT_TRUE(model.open(1));
-    EXPECT_EQ(model.pixels(), PixelsOn({5}));
-}
 
 TEST_F(PageModelTest, OpeningTheOpenPageOrNoPageChangesNothing) {
     for (int page : {1, 0, 11, -1}) EXPECT_FALSE(model.open(page)) << page;
@@ -130,8 +88,8 @@ TEST_F(PageModelTest, RestoringPutsBackEveryPageAndOpensTheGivenOneWithoutStorin
     model.restore(saved, 2);
     model.restore(saved, 0);  // not a page: nothing
     const std::vector<std::pair<PageModel::Change, int>> expected = {
-        {PageModel::Change::Pixels, 1}, {PageModel::Change::Memory, 4},
-        {PageModel::Change::Pixels, 1}, {PageModel::Change::OpenPage, 7},
+        {PageModel::Change::Pixels, 1},   {PageModel::Change::Memory, 4},
+        {PageModel::Change::Pixels, 1},   {PageModel::Change::OpenPage, 7},
         {PageModel::Change::OpenPage, 2}, {PageModel::Change::Pixels, 2},
     };
     EXPECT_EQ(changes, expected);

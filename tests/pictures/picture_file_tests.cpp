@@ -1,31 +1,20 @@
-// Reading picture files: every common format, animations and multi-page files, and files
-// that are damaged, hostile or not pictures at all.
+// Reading picture files: every common format, animations and multi-page files. Files that are
+// damaged, hostile or not pictures at all are refused through the window's import.
 #include <gtest/gtest.h>
 
-#include <QDir>
 #include <QTemporaryDir>
 
 #include "pictures/picture_conversion.h"
 #include "pictures/picture_file.h"
-#include "support/picture_files.h"
+#include "pictures/sample_picture.h"
 #include "support/qt_printers.h"
 
 namespace lumidot::testing {
 namespace {
 
-bool Sample(int x, int y) {
-    return (y * 7 + x * 3) % 5 == 0 || x == y || (y == 0 && x == 15);
-}
-
-Page SamplePage() {
-    Page page{};
-    for (int i = 0; i < kPagePixels; ++i) page[i] = Sample(i % 16, i / 16);
-    return page;
-}
-
 // The picture, big enough for lossy formats to keep its edges, in one format.
 QByteArray SampleIn(const char* format) {
-    const QImage image = BlackOnWhite(64, 64, [](int x, int y) { return Sample(x / 4, y / 4); });
+    const QImage image = SampleImage(4);
     if (QByteArray(format) == "gif") return AnimatedGif({image});
     if (QByteArray(format) == "tiff") return MultiPageTiff({image});
     return Encoded(image, format);
@@ -82,8 +71,8 @@ class AnimationTest : public PictureFileTest, public ::testing::WithParamInterfa
 
 TEST_P(AnimationTest, ReadsTheFirstFramesAndCountsThemAll) {
     const auto& [name, file, count, asked] = GetParam();
-    const PictureFrames read = ReadPictureFile(write(QStringLiteral("frames"), file(Frames(count))),
-                                               asked);
+    const PictureFrames read =
+        ReadPictureFile(write(QStringLiteral("frames"), file(Frames(count))), asked);
     ASSERT_TRUE(read.ok()) << read.problem.toStdString();
     EXPECT_EQ(read.total, count);
     ASSERT_EQ(int(read.frames.size()), std::min(count, asked));
@@ -100,50 +89,6 @@ INSTANTIATE_TEST_SUITE_P(Files, AnimationTest,
                                            AnimationRow{"TiffOfFive", MultiPageTiff, 5, 10},
                                            AnimationRow{"TiffOfTwelve", MultiPageTiff, 12, 10}),
                          [](const auto& info) { return std::string(info.param.name); });
-
-struct HostileRow {
-    const char* name;
-    const char* file;
-    QByteArray (*bytes)();
-    const char* problem;
-};
-
-class HostileTest : public PictureFileTest, public ::testing::WithParamInterface<HostileRow> {};
-
-TEST_P(HostileTest, GivesTheReasonAndNoPicture) {
-    const HostileRow& row = GetParam();
-    QString path = folder.filePath(QLatin1String(row.file));
-    if (row.bytes) path = write(QLatin1String(row.file), row.bytes());
-    if (QLatin1String(row.file) == QLatin1String("folder.png")) QDir(folder.path()).mkdir(row.file);
-    const PictureFrames read = ReadPictureFile(path, 10);
-    EXPECT_EQ(read.problem, QString::fromUtf8(row.problem));
-    EXPECT_TRUE(read.frames.empty());
-}
-
-const char kNotAPicture[] =
-    "It is not a picture in a format Lumidot can read (PNG, BMP, GIF, JPEG, TIFF, PBM, PGM, PPM, "
-    "XPM, ICO and others).";
-
-INSTANTIATE_TEST_SUITE_P(
-    Files, HostileTest,
-    ::testing::Values(
-        HostileRow{"Missing", "missing.png", nullptr, "The file does not exist."},
-        HostileRow{"Folder", "folder.png", nullptr, "It is a folder, not a file."},
-        HostileRow{"Empty", "empty.png", [] { return QByteArray(); }, "The file is empty."},
-        HostileRow{"TextNamedPng", "notes.png",
-                   [] { return QByteArray("These are my notes, not a picture.\n"); }, kNotAPicture},
-        HostileRow{"TruncatedPng", "cut.png",
-                   [] {
-                       const QImage image = BlackOnWhite(
-                           64, 64, [](int x, int y) { return (x * y + x / 3) % 7 < 3; });
-                       const QByteArray png = Encoded(image, "png");
-                       return png.left(png.size() / 2);
-                   },
-                   "The picture is damaged or too large to decode (Unable to read image data)."},
-        HostileRow{"HugePngHeader", "huge.png", [] { return PngAnnouncing(30000, 30000); },
-                   "The picture is 30000 x 30000 pixels; pictures of up to 100 megapixels can be "
-                   "imported."}),
-    [](const auto& info) { return std::string(info.param.name); });
 
 TEST(PictureSuffixTest, KnowsTheFormatsQtReads) {
     for (const char* name : {"a.png", "b.GIF", "c.jpeg", "d.tif", "/x/e.pbm"}) {

@@ -8,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QStandardPaths>
+#include <algorithm>
 #include <random>
 
 #include "codec/graphic_page.h"
@@ -51,7 +52,20 @@ inline QByteArray DottedMemory() {
     return bytes;
 }
 
-inline const QByteArray kDefaultSettings("\0\0\0\0\0\0\0\0\1\0\0\0 ", 13);
+// settings.bin as the program writes it: prefix, suffix and separator, each as a 32-bit
+// little-endian length and its UTF-8 bytes.
+inline QByteArray Settings(const QByteArray& prefix, const QByteArray& suffix,
+                           const QByteArray& separator) {
+    QByteArray bytes;
+    for (const QByteArray& field : {prefix, suffix, separator}) {
+        const quint32 size = quint32(field.size());
+        for (int shift = 0; shift < 32; shift += 8) bytes.append(char(size >> shift & 0xff));
+        bytes += field;
+    }
+    return bytes;
+}
+
+inline const QByteArray kDefaultSettings = Settings("", "", " ");
 
 inline void Chmod(const QString& path, mode_t mode) {
     ASSERT_EQ(::chmod(QFile::encodeName(path).constData(), mode), 0) << path.toStdString();
@@ -90,6 +104,12 @@ protected:
         start();
     }
     void close() { window->close(); }
+    // Closes the window, writes a file beside the program and starts a new one.
+    void startWith(const char* name, const QByteArray& bytes) {
+        window.reset();
+        WriteAll(file(name), bytes);
+        start();
+    }
     // Starts a new window whose program folder is programFolder.
     void startIn(const QString& programFolder) {
         window.reset();
@@ -106,9 +126,14 @@ protected:
         window->SetPageNum(1);
         return all;
     }
-    std::array<Page, 10> dottedPages() const {
+    // The pages of DottedMemory, less those listed.
+    static std::array<Page, 10> dottedPages(const std::vector<int>& blank = {}) {
         std::array<Page, 10> all{};
-        for (int number = 1; number <= 10; ++number) all[number - 1] = DotPage(number);
+        for (int number = 1; number <= 10; ++number) {
+            if (std::find(blank.begin(), blank.end(), number) == blank.end()) {
+                all[number - 1] = DotPage(number);
+            }
+        }
         return all;
     }
     // The texts of the message boxes shown so far, and forgets them.

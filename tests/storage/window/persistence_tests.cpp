@@ -45,58 +45,11 @@ TEST_F(PersistenceTest, TenRandomPagesAndTheLayoutSurviveARestartBitForBit) {
     EXPECT_TRUE(ui().optSEGStore->isChecked());
 }
 
-TEST_F(PersistenceTest, SettingsAreReadWithoutMemoryFile) {
-    window.reset();
-    QByteArray settings("\2\0\0\0" "0x" "\0\0\0\0" "\1\0\0\0" ",", 15);
-    WriteAll(file("settings.bin"), settings);
-    start();
-    EXPECT_EQ(ui().txtHexPrefix->text(), QStringLiteral("0x"));
-    EXPECT_EQ(ui().txtHexSep->text(), QStringLiteral(","));
-    EXPECT_TRUE(pane().startsWith(QStringLiteral("0xF0,0x41,0x10,0x45,0x12,0x10,0x01,0x00,")));
-}
-
 TEST_F(PersistenceTest, NonAsciiSeparatorIsStoredAsUtf8) {
     ui().txtHexSep->setText(QStringLiteral("\u00e9"));
     restart();
-    EXPECT_EQ(ReadAll(file("settings.bin")),
-              QByteArray("\0\0\0\0\0\0\0\0\2\0\0\0\xC3\xA9", 14));
+    EXPECT_EQ(ReadAll(file("settings.bin")), Settings("", "", "\xC3\xA9"));
     EXPECT_EQ(ui().txtHexSep->text(), QStringLiteral("\u00e9"));
-}
-
-TEST_F(PersistenceTest, OnlyTheFirstTenLinesAreApplied) {
-    window.reset();
-    Page dot{};
-    dot[0] = true;
-    QByteArray memory;
-    for (int line = 0; line < 10; ++line) memory += StoreLine(Page{}, 1 + line % 10) + "\r\n";
-    memory += StoreLine(dot, 2) + "\r\n";  // an eleventh line
-    WriteAll(file("memory.txt"), memory);
-    start();
-    window->SetPageNum(2);
-    EXPECT_FALSE(window->FDPixels()[0]);
-}
-
-TEST_F(PersistenceTest, FewerLinesEmptyAndForeignLinesLeaveOtherPagesAlone) {
-    window.reset();
-    Page dot{};
-    dot[17] = true;
-    const QByteArray memory = "\r\n" + StoreLine(dot, 7) + "\r\nnot a message at all\r\n" +
-                              "F0 41 10 45 12 10 00 00 48 69 3F F7\r\n";
-    WriteAll(file("memory.txt"), memory);
-    start();
-    EXPECT_EQ(window->FDPageNum(), 1);
-    EXPECT_TRUE(ui().optSEGStore->isChecked());
-    window->SetPageNum(7);
-    EXPECT_TRUE(window->FDPixels()[17]);
-    window->SetPageNum(3);
-    EXPECT_EQ(window->FDPixels(), Page{});
-}
-
-TEST_F(PersistenceTest, AFolderNamedMemoryTxtCountsAsMissing) {
-    window.reset();
-    ASSERT_TRUE(QDir(folder.path()).mkdir(QStringLiteral("memory.txt")));
-    start();
-    EXPECT_EQ(window->FDPageNum(), 1);
 }
 
 struct DamagedSettingsRow {
@@ -112,27 +65,32 @@ class DamagedSettingsTest : public PersistenceTest,
 
 TEST_P(DamagedSettingsTest, KeepsWhatCanBeReadAndDesignedValuesForTheRest) {
     const DamagedSettingsRow& row = GetParam();
-    window.reset();
-    WriteAll(file("settings.bin"), row.bytes);
-    start();
-    EXPECT_EQ(ui().txtHexPrefix->text(), QString::fromUtf8(row.prefix));
-    EXPECT_EQ(ui().txtHexSuffix->text(), QString::fromUtf8(row.suffix));
-    EXPECT_EQ(ui().txtHexSep->text(), QString::fromUtf8(row.separator));
+    startWith("settings.bin", row.bytes);
+    const QString prefix = QString::fromUtf8(row.prefix), suffix = QString::fromUtf8(row.suffix),
+                  separator = QString::fromUtf8(row.separator);
+    EXPECT_EQ(ui().txtHexPrefix->text(), prefix);
+    EXPECT_EQ(ui().txtHexSuffix->text(), suffix);
+    EXPECT_EQ(ui().txtHexSep->text(), separator);
+    EXPECT_TRUE(pane().startsWith(prefix + "F0" + suffix + separator + prefix + "41" + suffix))
+        << "the pane is written in the layout read";
     EXPECT_TRUE(fake.prompts.shown.empty()) << "nothing alarming is said";
 }
 
+// clang-format off
 INSTANTIATE_TEST_SUITE_P(
     Files, DamagedSettingsTest,
     ::testing::Values(
+        DamagedSettingsRow{"WholeWithoutMemoryFile", Settings("0x", "", ","), "0x", "", ","},
         DamagedSettingsRow{"Empty", QByteArray(), "", "", " "},
         DamagedSettingsRow{"CutInsideALength", QByteArray("\2\0\0\0" "0x" "\0\0", 8), "0x", "", " "},
         DamagedSettingsRow{"ShorterThanItsLength", QByteArray("\2\0\0\0" "0x" "\5\0\0\0" "ab", 12), "0x", "", " "},
         DamagedSettingsRow{"NegativeLength", QByteArray("\xff\xff\xff\xff" "0x", 6), "", "", " "},
         DamagedSettingsRow{"AbsurdLength", QByteArray("\xff\xff\xff\x7f" "0x", 6), "", "", " "},
-        DamagedSettingsRow{"NotUtf8", QByteArray("\2\0\0\0" "0x" "\1\0\0\0" "\xff" "\1\0\0\0" ",", 16), "0x", "", " "},
-        DamagedSettingsRow{"LongerThanTheField", QByteArray("\x08\0\0\0" "abcdefgh" "\0\0\0\0" "\1\0\0\0" ";", 21), "abcde", "", ";"},
-        DamagedSettingsRow{"TrailingBytes", QByteArray("\0\0\0\0" "\0\0\0\0" "\1\0\0\0" "-" "junk", 17), "", "", "-"}),
+        DamagedSettingsRow{"NotUtf8", Settings("0x", "\xff", ","), "0x", "", " "},
+        DamagedSettingsRow{"LongerThanTheField", Settings("abcdefgh", "", ";"), "abcde", "", ";"},
+        DamagedSettingsRow{"TrailingBytes", Settings("", "", "-") + "junk", "", "", "-"}),
     [](const auto& info) { return std::string(info.param.name); });
+// clang-format on
 
 TEST_F(PersistenceTest, AnInterruptedSaveLeavesTheOldFilesWhole) {
     ui().txtHexPrefix->setText(QStringLiteral("$"));
@@ -153,25 +111,16 @@ TEST_F(PersistenceTest, AnInterruptedSaveLeavesTheOldFilesWhole) {
         << "no temporary file is left behind";
 }
 
-TEST_F(PersistenceTest, ReadOnlyProgramFolderFallsBackToTheUserDataFolder) {
-    window.reset();
-    const QString userFolder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
-    QDir(userFolder).removeRecursively();
-    // A folder that can never be created: its parent is a file.
-    WriteAll(file("plain-file"), "x");
+TEST_F(PersistenceTest, AProgramFolderThatCannotBeMadeFallsBackSilentlyToTheUserFolder) {
+    WriteAll(file("plain-file"), "x");  // no folder can ever be made under a file
     const QString unwritable = file("plain-file") + QStringLiteral("/app");
-    window = std::make_unique<MainForm>(fake.platform, unwritable);
-    window->Form_Load();
+    startIn(unwritable);
     ui().txtHexSuffix->setText(QStringLiteral("h"));
     close();
     EXPECT_TRUE(fake.prompts.shown.empty());
-    EXPECT_EQ(ReadAll(userFolder + QStringLiteral("/settings.bin")).size(), 14);
-
-    window = std::make_unique<MainForm>(fake.platform, unwritable);
-    window->Form_Load();
+    EXPECT_EQ(ReadAll(userFile("settings.bin")), Settings("", "h", " "));
+    startIn(unwritable);
     EXPECT_EQ(ui().txtHexSuffix->text(), QStringLiteral("h"));
-    window.reset();
-    QDir(userFolder).removeRecursively();
 }
 
 TEST_F(PersistenceTest, NothingWritableTellsTheUserWhichFileAndWhy) {
@@ -181,7 +130,6 @@ TEST_F(PersistenceTest, NothingWritableTellsTheUserWhichFileAndWhy) {
     EXPECT_EQ(fake.prompts.shown[0].icon, Prompts::Icon::Critical);
     EXPECT_TRUE(fake.prompts.shown[0].prompt.contains(QStringLiteral("memory.txt")));
     EXPECT_TRUE(fake.prompts.shown[0].prompt.contains(QStringLiteral("interrupted")));
-    QDir(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)).removeRecursively();
 }
 
 // --- memory.txt in other forms ----------------------------------------------
@@ -205,14 +153,14 @@ struct FormRow {
     const char* name;
     std::function<QByteArray(const QByteArray& written)> form;
 };
-void PrintTo(const FormRow& row, std::ostream* out) { *out << row.name; }
+void PrintTo(const FormRow& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class MemoryFormTest : public PersistenceTest, public ::testing::WithParamInterface<FormRow> {};
 
 TEST_P(MemoryFormTest, KeepsAllTenPagesAndIsWrittenBackInItsOwnForm) {
-    window.reset();
-    WriteAll(file("memory.txt"), GetParam().form(DottedMemory()));
-    start();
+    startWith("memory.txt", GetParam().form(DottedMemory()));
     EXPECT_EQ(pages(), dottedPages());
     EXPECT_EQ(takePrompts(), QStringList()) << "nothing was lost, so nothing is said";
     close();
@@ -220,13 +168,14 @@ TEST_P(MemoryFormTest, KeepsAllTenPagesAndIsWrittenBackInItsOwnForm) {
     EXPECT_FALSE(QFile::exists(file("memory.txt.bak")));
 }
 
+// clang-format off
 INSTANTIATE_TEST_SUITE_P(
     Forms, MemoryFormTest,
     ::testing::Values(
         FormRow{"CrLf", [](const QByteArray& t) { return t; }},
         FormRow{"Lf", [](QByteArray t) { return t.replace("\r\n", "\n"); }},
         FormRow{"Cr", [](QByteArray t) { return t.replace("\r\n", "\r"); }},
-        FormRow{"Mixed", [](const QByteArray& t) { return MixedLineEnds(t); }},
+        FormRow{"Mixed", MixedLineEnds},
         FormRow{"NoLastLineEnd", [](const QByteArray& t) { return t.chopped(2); }},
         FormRow{"Utf8ByteOrderMark", [](const QByteArray& t) { return "\xEF\xBB\xBF" + t; }},
         FormRow{"Utf16LittleEndian", [](const QByteArray& t) { return Utf16(t, false, true); }},
@@ -235,38 +184,38 @@ INSTANTIATE_TEST_SUITE_P(
         FormRow{"Utf16BigEndianUnmarked", [](const QByteArray& t) { return Utf16(t, true, false); }},
         FormRow{"Utf16WithLfOnly", [](QByteArray t) { return Utf16(t.replace("\r\n", "\n"), false, true); }}),
     [](const auto& info) { return std::string(info.param.name); });
+// clang-format on
 
 // --- memory.txt holding more than the pages ---------------------------------
 
 struct LossyRow {
     const char* name;
     std::function<QByteArray()> bytes;
-    const char* told;            // what the message says about the lines
+    const char* told;             // what the message says about the lines
     std::vector<int> blankPages;  // pages the file holds no picture for
 };
-void PrintTo(const LossyRow& row, std::ostream* out) { *out << row.name; }
+void PrintTo(const LossyRow& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class LossyMemoryTest : public PersistenceTest, public ::testing::WithParamInterface<LossyRow> {};
 
 TEST_P(LossyMemoryTest, TheFileIsKeptAsBakBeforeTheFirstSaveAndTheUserIsToldAtStart) {
-    window.reset();
     const QByteArray original = GetParam().bytes();
-    WriteAll(file("memory.txt"), original);
-    start();
+    startWith("memory.txt", original);
     const QStringList prompts = takePrompts();
     ASSERT_EQ(prompts.size(), 1);
-    EXPECT_TRUE(prompts[0].contains(QString::fromUtf8(GetParam().told))) << prompts[0].toStdString();
+    EXPECT_TRUE(prompts[0].contains(QString::fromUtf8(GetParam().told)))
+        << prompts[0].toStdString();
     EXPECT_TRUE(prompts[0].contains(file("memory.txt.bak")));
     EXPECT_FALSE(QFile::exists(file("memory.txt.bak"))) << "nothing is written before the save";
 
     close();
     EXPECT_EQ(ReadAll(file("memory.txt.bak")), original);
     QByteArray saved;
-    for (int page = 1; page <= 10; ++page) {
-        const bool blank = std::count(GetParam().blankPages.begin(), GetParam().blankPages.end(), page);
-        saved += StoreLine(blank ? Page{} : DotPage(page), page) + "\r\n";
-    }
-    EXPECT_EQ(ReadAll(file("memory.txt")), saved);
+    const auto expected = dottedPages(GetParam().blankPages);
+    for (int page = 1; page <= 10; ++page) saved += StoreLine(expected[page - 1], page) + "\r\n";
+    EXPECT_EQ(ReadAll(file("memory.txt")), saved) << "only the pages the file named are changed";
     EXPECT_TRUE(takePrompts().isEmpty());
 
     restart();
@@ -275,12 +224,16 @@ TEST_P(LossyMemoryTest, TheFileIsKeptAsBakBeforeTheFirstSaveAndTheUserIsToldAtSt
     EXPECT_FALSE(QFile::exists(file("memory.txt.2.bak")));
 }
 
+const QByteArray kTextLine = "F0 41 10 45 12 10 00 00 48 69 3F F7\r\n";
+
+// clang-format off
 INSTANTIATE_TEST_SUITE_P(
     Files, LossyMemoryTest,
     ::testing::Values(
-        LossyRow{"ATextMessageAmongThePages",
-                 [] { return DottedMemory() + "F0 41 10 45 12 10 00 00 48 69 3F F7\r\n"; },
-                 "Line 11 of", {}},
+        // Only the first ten lines are taken, even a store message after them.
+        LossyRow{"AStoreAndATextMessageAfterTheTenth",
+                 [] { return DottedMemory() + StoreLine(DotPage(0), 2) + "\r\n" + kTextLine; },
+                 "Lines 11 to 12 of", {}},
         LossyRow{"ForeignLines",
                  [] {
                      QList<QByteArray> lines = DottedMemory().split('\n');
@@ -289,17 +242,18 @@ INSTANTIATE_TEST_SUITE_P(
                      return lines.join('\n') + "1\r\n2\r\n";
                  },
                  "Lines 3, 6 and 11 to 12 of", {3, 6}},
-        LossyRow{"LongerThanIsRead",
-                 [] { return DottedMemory() + QByteArray(1100 * 1024, ' '); },
+        LossyRow{"FewerLinesBlankAndForeignOnes",
+                 [] { return "\r\n" + StoreLine(DotPage(7), 7) + "\r\nnot a message at all\r\n" + kTextLine; },
+                 "Lines 3 to 4 of", {1, 2, 3, 4, 5, 6, 8, 9, 10}},
+        LossyRow{"LongerThanIsRead", [] { return DottedMemory() + QByteArray(1100 * 1024, ' '); },
                  "is longer than Lumidot reads", {}}),
     [](const auto& info) { return std::string(info.param.name); });
+// clang-format on
 
 TEST_F(PersistenceTest, AnOlderBakIsNotReplaced) {
-    window.reset();
     WriteAll(file("memory.txt.bak"), "the user's own");
     const QByteArray lossy = DottedMemory() + "extra\r\n";
-    WriteAll(file("memory.txt"), lossy);
-    start();
+    startWith("memory.txt", lossy);
     EXPECT_TRUE(takePrompts().value(0).contains(file("memory.txt.2.bak")));
     close();
     EXPECT_EQ(ReadAll(file("memory.txt.bak")), "the user's own");

@@ -59,15 +59,8 @@ TEST_F(StoragePlacesTest, AReadOnlyProgramFolderKeepsRunOnesWorkInRunTwo) {
 }
 
 TEST_F(StoragePlacesTest, AFolderNamedMemoryTxtIsLeftAloneAndRunOnesWorkSurvives) {
-    window.reset();
-    WriteAll(file("settings.bin"), QByteArray("\2\0\0\0"
-                                              "0x"
-                                              "\0\0\0\0"
-                                              "\1\0\0\0"
-                                              " ",
-                                              15));
     ASSERT_TRUE(QDir(folder.path()).mkdir("memory.txt"));
-    start();
+    startWith("settings.bin", Settings("0x", "", " "));
     QStringList prompts = takePrompts();
     EXPECT_EQ(prompts.size(), 1);
     EXPECT_TRUE(prompts.value(0).contains(file("memory.txt") + ": it is a folder"))
@@ -145,12 +138,7 @@ TEST_F(StoragePlacesTest, WorkKeptInTheUserFolderMovesBackBesideTheProgram) {
     window.reset();
     ASSERT_TRUE(QDir().mkpath(userFolder()));
     WriteAll(userFile("memory.txt"), DottedMemory());
-    WriteAll(userFile("settings.bin"), QByteArray("\1\0\0\0"
-                                                  "#"
-                                                  "\0\0\0\0"
-                                                  "\1\0\0\0"
-                                                  " ",
-                                                  14));
+    WriteAll(userFile("settings.bin"), Settings("#", "", " "));
     start();
     const QStringList prompts = takePrompts();
     EXPECT_EQ(prompts.size(), 1);
