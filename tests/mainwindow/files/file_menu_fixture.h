@@ -47,15 +47,11 @@ protected:
         return window->menus().file->findChild<QAction*>(QLatin1String(name));
     }
     QString path(const QString& name) const { return files.filePath(name); }
-    QString write(const QString& name, const QByteArray& bytes) {
+    QString write(const QString& name, const ByteArray& bytes) {
         QFile file(path(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << name.toStdString();
-        file.write(bytes);
+        file.write(reinterpret_cast<const char*>(bytes.data()), qint64(bytes.size()));
         return path(name);
-    }
-    QString write(const QString& name, const ByteArray& bytes) {
-        return write(name, QByteArray(reinterpret_cast<const char*>(bytes.data()),
-                                      static_cast<qsizetype>(bytes.size())));
     }
     static ByteArray read(const QString& filePath) {
         QFile file(filePath);

@@ -107,15 +107,6 @@ INSTANTIATE_TEST_SUITE_P(Files, RepairInPlaceTest,
                                            SameNameRow{"No", Prompts::Answer::No, false}),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(FileMenuTest, AnotherExistingFileIsAskedAboutToo) {
-    const QString original = write(QStringLiteral("broken.syx"), kBroken);
-    const QString other = write(QStringLiteral("other.syx"), QByteArray("other"));
-    choose("actionRepair", {original, other});
-    ASSERT_EQ(fake.prompts.shown.size(), 1u);
-    EXPECT_EQ(fake.prompts.shown[0].title, QStringLiteral("Replace file?"));
-    EXPECT_EQ(read(other).size(), 5u) << "No is the default";
-}
-
 struct RefusalRow {
     const char* name;
     const char* file;

@@ -16,10 +16,6 @@
 namespace lumidot::testing {
 namespace {
 
-ByteArray Bytes(const std::string& spacedHex) {
-    return Hex(spacedHex);
-}
-
 struct PaneRow {
     const char* name;
     std::function<void(MainForm&, Ui::MainForm&, FakePlatform&)> setUp;
@@ -33,7 +29,7 @@ TEST_P(ExportMessageTest, TheMessagesInThePaneAsBytes) {
     choose("actionExportMessage", {path(QStringLiteral("out.syx"))});
     ByteArray expected;
     for (const std::string& message : GetParam().messages) {
-        const ByteArray bytes = Bytes(message);
+        const ByteArray bytes = Hex(message);
         expected.insert(expected.end(), bytes.begin(), bytes.end());
     }
     EXPECT_EQ(HexOf(read(path(QStringLiteral("out.syx")))), HexOf(expected));
@@ -108,14 +104,13 @@ protected:
             if (page == 1) pixels[0] = true;
             if (page == 10) pixels[255] = true;
             if (page == 4) pixels[100] = pixels[101] = true;
-            stores.push_back(Bytes(MakeGraphicStoreSysEx(pixels, static_cast<std::uint8_t>(page))));
+            stores.push_back(Hex(MakeGraphicStoreSysEx(pixels, static_cast<std::uint8_t>(page))));
         }
         return stores;
     }
 };
 
-// The same bytes as memory.txt holds once the window has closed, message for line.
-TEST_F(ExportPagesTest, TheTenStoreMessagesAsMemoryTxtHoldsThem) {
+TEST_F(ExportPagesTest, TheTenStoreMessages) {
     drawOnPages();
     choose("actionExportPages", {path(QStringLiteral("pages"))});
     ASSERT_EQ(fake.files.asked.size(), 1u);
@@ -123,17 +118,7 @@ TEST_F(ExportPagesTest, TheTenStoreMessagesAsMemoryTxtHoldsThem) {
     EXPECT_TRUE(fake.files.asked[0].start.endsWith(QStringLiteral("/pages.syx")));
     EXPECT_EQ(fake.files.asked[0].filters.value(0), QStringLiteral("SysEx files (*.syx)"));
     EXPECT_EQ(fake.files.asked[0].defaultSuffix, QStringLiteral("syx"));
-    const ByteArray exported = read(path(QStringLiteral("pages")));
-    EXPECT_EQ(HexOf(exported), HexOf(WriteSyx(expectedStores())));
-
-    window->close();
-    QFile memory(folder.filePath(QStringLiteral("memory.txt")));
-    ASSERT_TRUE(memory.open(QIODevice::ReadOnly));
-    ByteArray fromMemory;
-    for (const QByteArray& line : memory.readAll().split('\n')) {
-        HexTextToBytes(line.trimmed().toStdString(), fromMemory);
-    }
-    EXPECT_EQ(HexOf(exported), HexOf(fromMemory));
+    EXPECT_EQ(HexOf(read(path(QStringLiteral("pages")))), HexOf(WriteSyx(expectedStores())));
 }
 
 // Prints "seconds bytes" for every SysEx message as mido plays the file.
@@ -151,7 +136,7 @@ TEST_F(ExportPagesTest, AsMidiTheStoresThenDisplayPageOneAtLeastFortyMsApart) {
     const QString file = path(QStringLiteral("pages.mid"));
     choose("actionExportMidi", {file});
     std::vector<ByteArray> expected = expectedStores();
-    expected.push_back(Bytes(MakeGraphicDisplaySysEx(1)));
+    expected.push_back(Hex(MakeGraphicDisplaySysEx(1)));
 
     const MidiContents ours = ReadMidi(read(file));
     EXPECT_FALSE(ours.error);
@@ -177,29 +162,43 @@ TEST_F(ExportPagesTest, AsMidiTheStoresThenDisplayPageOneAtLeastFortyMsApart) {
     EXPECT_EQ(ours.messages.front().seconds, 0.0);
 }
 
+// Writing where a file is: an export, and a repaired copy put in place of another file.
 struct ReplaceRow {
     const char* name;
-    Prompts::Answer answer;
-    bool replaced;
+    const char* item;
+    std::deque<Prompts::Answer> answers;  // none: the box's default
+    std::size_t sizeAfter;
+    std::size_t boxes;  // the question, and a repair's report after a yes
 };
 
 class ReplaceTest : public FileMenuTest, public ::testing::WithParamInterface<ReplaceRow> {};
 
 TEST_P(ReplaceTest, AnExistingFileIsReplacedOnlyOnYes) {
-    const QString file = write(QStringLiteral("old.syx"), QByteArray("keep me"));
-    fake.prompts.answers.push_back(GetParam().answer);
-    choose("actionExportPages", {file});
-    ASSERT_EQ(fake.prompts.shown.size(), 1u);
+    const ReplaceRow& row = GetParam();
+    const QString file = write(QStringLiteral("old.syx"), ByteArray(7, 'k'));
+    const QString broken =
+        write(QStringLiteral("broken.syx"), Hex("F0 41 10 42 12 40 00 7F 00 00 F7"));
+    fake.prompts.answers = row.answers;
+    if (row.item == std::string("actionRepair")) {
+        choose(row.item, {broken, file});
+    } else {
+        choose(row.item, {file});
+    }
+    ASSERT_EQ(fake.prompts.shown.size(), row.boxes);
     EXPECT_EQ(fake.prompts.shown[0].title, QStringLiteral("Replace file?"));
     EXPECT_EQ(fake.prompts.shown[0].defaultAnswer, Prompts::Answer::No);
     EXPECT_TRUE(fake.prompts.shown[0].prompt.startsWith(QDir::toNativeSeparators(file)));
-    EXPECT_EQ(read(file).size(), GetParam().replaced ? 740u : 7u);
+    EXPECT_EQ(read(file).size(), row.sizeAfter);
 }
 
-INSTANTIATE_TEST_SUITE_P(Export, ReplaceTest,
-                         ::testing::Values(ReplaceRow{"Yes", Prompts::Answer::Yes, true},
-                                           ReplaceRow{"No", Prompts::Answer::No, false}),
-                         [](const auto& info) { return std::string(info.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Export, ReplaceTest,
+    ::testing::Values(
+        ReplaceRow{"ExportOnYes", "actionExportPages", {Prompts::Answer::Yes}, 740, 1},
+        ReplaceRow{"ExportOnNo", "actionExportPages", {Prompts::Answer::No}, 7, 1},
+        ReplaceRow{"RepairNotByDefault", "actionRepair", {}, 7, 1},
+        ReplaceRow{"RepairOnYes", "actionRepair", {Prompts::Answer::Yes}, 11, 2}),
+    [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(FileMenuTest, AFileThatCannotBeWrittenIsReported) {
     const QString file = path(QStringLiteral("no such folder/pages.mid"));
