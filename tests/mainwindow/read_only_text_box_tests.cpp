@@ -6,6 +6,7 @@
 #include <QPlainTextEdit>
 #include <QTextLayout>
 #include <QTextOption>
+#include <array>
 
 #include "mainwindow/text_box_fixture.h"
 
@@ -153,8 +154,8 @@ class LookTest : public TextBoxTest, public ::testing::WithParamInterface<LookRo
 TEST_P(LookTest, PaintsTheSamePixelsAsAPlainTextEdit) {
     const LookRow& row = GetParam();
     QPlainTextEdit edit;
-    for (QAbstractScrollArea* area :
-         {static_cast<QAbstractScrollArea*>(&box), static_cast<QAbstractScrollArea*>(&edit)}) {
+    const std::array<QAbstractScrollArea*, 2> areas{&box, &edit};
+    for (QAbstractScrollArea* area : areas) {
         area->setFont(TextBoxFont());
         QPalette colours = area->palette();
         colours.setColor(QPalette::Base, colours.color(QPalette::Button));
@@ -181,8 +182,7 @@ TEST_P(LookTest, PaintsTheSamePixelsAsAPlainTextEdit) {
     cursor.setPosition(row.selectionStart);
     cursor.setPosition(row.selectionEnd, QTextCursor::KeepAnchor);
     edit.setTextCursor(cursor);
-    for (QAbstractScrollArea* area :
-         {static_cast<QAbstractScrollArea*>(&box), static_cast<QAbstractScrollArea*>(&edit)}) {
+    for (QAbstractScrollArea* area : areas) {
         area->grab();  // lays both out, so that the scroll bars have their ranges
         area->verticalScrollBar()->setValue(row.verticalScroll);
         area->horizontalScrollBar()->setValue(row.horizontalScroll);

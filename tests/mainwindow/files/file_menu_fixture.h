@@ -64,11 +64,12 @@ protected:
         for (const QString& answer : paths) fake.files.paths.push_back(answer);
         action(item)->trigger();
     }
-    WindowState state() const {
-        const WindowModel& model = window->model();
+    static WindowState stateOf(const MainForm& form) {
+        const WindowModel& model = form.model();
         return {model.pages().all(), model.pages().current(), model.lcdText(), model.pane(),
                 model.mode()};
     }
+    WindowState state() const { return stateOf(*window); }
     // The recent list as the File menu shows it, without the access-key numbers.
     QStringList recentShown() {
         window->menus().file->popup(QPoint(0, 0));

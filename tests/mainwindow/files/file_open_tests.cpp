@@ -139,9 +139,7 @@ TEST_P(OpenKindTest, DescribedAndTakenOverAsAClipboardRunDoes) {
     }
     EXPECT_EQ(results, expected.join(QStringLiteral("\r\n")));
     EXPECT_EQ(countLabel, QStringLiteral("6 SysEx messages have been decoded as follows:"));
-    const WindowModel& theirs = other.model();
-    EXPECT_EQ(state(), (WindowState{theirs.pages().all(), theirs.pages().current(),
-                                    theirs.lcdText(), theirs.pane(), theirs.mode()}));
+    EXPECT_EQ(state(), stateOf(other));
     EXPECT_EQ(ui().txtSysExOut->text(), other.form().txtSysExOut->text()) << "the view follows";
     EXPECT_EQ(fake.clipboard.written, otherPlatform.clipboard.written)
         << "the same automatic copies, the cleaned messages last";
