@@ -70,14 +70,6 @@ TEST(ClipboardTest, NoTextOnTheClipboardReadsAsEmptyWithoutMessage) {
     EXPECT_TRUE(fake.prompts.shown.empty());
 }
 
-TEST(ClipboardTest, WritingEmptyTextClearsAndSetsIt) {
-    FakePlatform fake;
-    fake.clipboard.text = QStringLiteral("old");
-    SetClipboardText(fake.platform, QString());
-    EXPECT_EQ(fake.clipboard.clearCalls, 1);
-    EXPECT_EQ(fake.clipboard.written, std::vector<QString>{QString()});
-}
-
 // The production clipboard where the platform keeps it in this process (the offscreen one
 // here, which may also offer an X11 interface for its drawing): a write reads back.
 TEST(ClipboardTest, SystemClipboardOfAnInProcessPlatformReadsBackWhatItWrote) {

@@ -9,11 +9,9 @@
 #include <QScrollBar>
 #include <QTest>
 #include <cmath>
-#include <initializer_list>
-#include <utility>
 
-#include "mainwindow/read_only_text_box.h"
 #include "mainwindow/look.h"
+#include "mainwindow/read_only_text_box.h"
 #include "support/qt_printers.h"
 
 namespace lumidot::testing {
@@ -70,8 +68,17 @@ protected:
                       top + row * rowHeight() + rowHeight() / 2);
     }
 
-    void keys(std::initializer_list<std::pair<Qt::Key, Qt::KeyboardModifiers>> presses) {
-        for (const auto& [key, modifiers] : presses) QTest::keyClick(&box, key, modifiers);
+    // Presses keys written as QKeySequence text, one combination after another:
+    // "Shift+Right Ctrl+End".
+    void press(const QString& keys) {
+        for (const QString& each : keys.split(u' ')) QTest::keySequence(&box, QKeySequence(each));
+    }
+
+    // A hundred numbered lines, more than the box shows at once.
+    static QString manyLines(const QString& lineBreak) {
+        QStringList lines;
+        for (int i = 0; i < 100; ++i) lines << QStringLiteral("line %1").arg(i);
+        return lines.join(lineBreak);
     }
 
     ReadOnlyTextBox box;

@@ -1,6 +1,8 @@
-// The three windows as the desktop sees them: title, fixed size, buttons, icon.
+// The three windows as the desktop sees them (title, fixed size, buttons, icon, place), and
+// the main window's access keys against the menu bar's.
 #include <QLabel>
 #include <QMenuBar>
+#include <QSignalSpy>
 
 #include "decode/frm_decoded.h"
 #include "editor/frm_page_copy.h"
@@ -26,6 +28,9 @@ TEST_F(MainFormTest, WindowsHaveTheirTitlesSizesAndIcon) {
     ExpectFixedDialogLook(*window, QStringLiteral("Lumidot by Tarrowen (v1.0.5)"),
                           QSize(600, client.height() + window->menuBar()->height()));
     EXPECT_TRUE(window->windowFlags() & Qt::WindowMinimizeButtonHint);
+    const QRect screen = window->screen()->availableGeometry();
+    EXPECT_LE((window->frameGeometry().center() - screen.center()).manhattanLength(), 1)
+        << "opens centred on the screen";
 
     frmDecoded results(window.get(), fake.platform);
     ExpectFixedDialogLook(results, QStringLiteral("SysEx Decoding Results"), QSize(697, 273));
@@ -35,11 +40,6 @@ TEST_F(MainFormTest, WindowsHaveTheirTitlesSizesAndIcon) {
     frmPageCopy copy(window.get(), memory);
     ExpectFixedDialogLook(copy, QStringLiteral("Copy To Page"), QSize(217, 121));
     EXPECT_FALSE(copy.windowFlags() & Qt::WindowMinimizeButtonHint);
-}
-
-TEST_F(MainFormTest, TheWindowOpensCentredOnTheScreen) {
-    const QRect screen = window->screen()->availableGeometry();
-    EXPECT_LE((window->frameGeometry().center() - screen.center()).manhattanLength(), 1);
 }
 
 // The coloured buttons show their faces as flat colours, as rendered with the window.
@@ -60,6 +60,49 @@ TEST_F(MainFormTest, ColouredButtonsShowFlatFaces) {
             EXPECT_EQ(QColor(shot.pixel(p)), row.face) << p.x() << "," << p.y();
         }
     }
+}
+
+struct AccessKeyRow {
+    const char* name;
+    Qt::Key key;
+    const char* button;  // objectName of the button the key clicks
+};
+
+class AccessKeyTest : public MainFormTest, public ::testing::WithParamInterface<AccessKeyRow> {};
+
+// Alt+F was "Read from clipboard" and Alt+E "Clear" before the menu bar had a File and an
+// Edit menu: each press still clicks the button (a second press too, which a shortcut
+// shared with the menu bar would give to the menu) and opens no menu.
+TEST_P(AccessKeyTest, EveryPressClicksTheWindowsButton) {
+    const AccessKeyRow& row = GetParam();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    auto* button = window->findChild<QPushButton*>(QLatin1String(row.button));
+    ASSERT_NE(button, nullptr);
+    QSignalSpy clicks(button, &QAbstractButton::clicked);
+    for (int press = 1; press <= 2; ++press) {
+        QTest::keyClick(window.get(), row.key, Qt::AltModifier);
+        EXPECT_TRUE(clicks.wait(1000) || clicks.count() == press) << "press " << press;
+        EXPECT_EQ(clicks.count(), press);
+        EXPECT_EQ(window->menuBar()->activeAction(), nullptr) << "a menu opened";
+        if (QWidget* popup = QApplication::activePopupWidget()) popup->close();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Keys, AccessKeyTest,
+    ::testing::Values(AccessKeyRow{"AltFReadsTheClipboard", Qt::Key_F, "cmdSysExDecode"},
+                      AccessKeyRow{"AltEClearsThePage", Qt::Key_E, "cmdFDClear"},
+                      AccessKeyRow{"AltIInverts", Qt::Key_I, "cmdFDInvert"}),
+    [](const auto& info) { return std::string(info.param.name); });
+
+// The menus that share no letter with the window still open with Alt and their letter.
+TEST_F(MainFormTest, AltHOpensTheHelpMenu) {
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    QTest::keyClick(window.get(), Qt::Key_H, Qt::AltModifier);
+    QTRY_VERIFY_WITH_TIMEOUT(QApplication::activePopupWidget() != nullptr, 1000);
+    EXPECT_EQ(QApplication::activePopupWidget()->objectName(), QStringLiteral("menuHelp"));
+    QApplication::activePopupWidget()->close();
 }
 
 }  // namespace

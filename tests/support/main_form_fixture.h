@@ -31,6 +31,12 @@ protected:
     }
     Ui::MainForm& ui() { return window->form(); }
     QString pane() const { return window->sysExOutText(); }
+    // Puts text in the pane as a decoding run leaves it, not laid out again.
+    void showResult(const QString& text) {
+        window->model().setSkipOutputLayout(true);
+        window->SetSysExOutText(text);
+        window->model().setSkipOutputLayout(false);
+    }
 
     FakePlatform fake;
     QTemporaryDir folder;

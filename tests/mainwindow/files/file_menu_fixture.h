@@ -47,15 +47,11 @@ protected:
         return window->menus().file->findChild<QAction*>(QLatin1String(name));
     }
     QString path(const QString& name) const { return files.filePath(name); }
-    QString write(const QString& name, const QByteArray& bytes) {
+    QString write(const QString& name, const ByteArray& bytes) {
         QFile file(path(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly)) << name.toStdString();
-        file.write(bytes);
+        file.write(reinterpret_cast<const char*>(bytes.data()), qint64(bytes.size()));
         return path(name);
-    }
-    QString write(const QString& name, const ByteArray& bytes) {
-        return write(name, QByteArray(reinterpret_cast<const char*>(bytes.data()),
-                                      static_cast<qsizetype>(bytes.size())));
     }
     static ByteArray read(const QString& filePath) {
         QFile file(filePath);
@@ -68,11 +64,12 @@ protected:
         for (const QString& answer : paths) fake.files.paths.push_back(answer);
         action(item)->trigger();
     }
-    WindowState state() const {
-        const WindowModel& model = window->model();
+    static WindowState stateOf(const MainForm& form) {
+        const WindowModel& model = form.model();
         return {model.pages().all(), model.pages().current(), model.lcdText(), model.pane(),
                 model.mode()};
     }
+    WindowState state() const { return stateOf(*window); }
     // The recent list as the File menu shows it, without the access-key numbers.
     QStringList recentShown() {
         window->menus().file->popup(QPoint(0, 0));

@@ -2,7 +2,6 @@
 // exactly as a decoding run of the same messages from the clipboard, and a file that cannot
 // be read, or a damaged one the user turns down, changes nothing at all.
 #include <QLineEdit>
-#include <QRegularExpression>
 
 #include "codec/graphic_page.h"
 #include "codec/lcd_text.h"
@@ -14,12 +13,6 @@
 namespace lumidot::testing {
 namespace {
 
-ByteArray Bytes(const std::string& spacedHex) {
-    ByteArray bytes;
-    HexTextToBytes(spacedHex, bytes);
-    return bytes;
-}
-
 Page Diagonal() {
     Page page{};
     for (int i = 0; i < kPageSide; ++i) page[i * 17] = true;
@@ -28,11 +21,11 @@ Page Diagonal() {
 
 // One message of every kind the describer tells apart, in file order.
 std::vector<ByteArray> Messages() {
-    return {Bytes(MakeTextSysEx("Hello", "CP1252")),   Bytes(MakeGraphicStoreSysEx(Diagonal(), 3)),
-            Bytes(MakeGraphicDisplaySysEx(3)),
-            Bytes("F0 41 10 45 12 10 20 01 0A 45 F7"),   // a duration
-            Bytes("F0 41 10 42 12 40 00 7F 00 00 F7"),   // GS reset, checksum wrong
-            Bytes("F0 41 10 45 12 10 20 00 0D 00 F7")};  // display of no such page
+    return {Hex(MakeTextSysEx("Hello", "CP1252")),   Hex(MakeGraphicStoreSysEx(Diagonal(), 3)),
+            Hex(MakeGraphicDisplaySysEx(3)),
+            Hex("F0 41 10 45 12 10 20 01 0A 45 F7"),   // a duration
+            Hex("F0 41 10 42 12 40 00 7F 00 00 F7"),   // GS reset, checksum wrong
+            Hex("F0 41 10 45 12 10 20 00 0D 00 F7")};  // display of no such page
 }
 
 ByteArray Vlq(std::uint32_t value) {
@@ -146,9 +139,7 @@ TEST_P(OpenKindTest, DescribedAndTakenOverAsAClipboardRunDoes) {
     }
     EXPECT_EQ(results, expected.join(QStringLiteral("\r\n")));
     EXPECT_EQ(countLabel, QStringLiteral("6 SysEx messages have been decoded as follows:"));
-    const WindowModel& theirs = other.model();
-    EXPECT_EQ(state(), (WindowState{theirs.pages().all(), theirs.pages().current(),
-                                    theirs.lcdText(), theirs.pane(), theirs.mode()}));
+    EXPECT_EQ(state(), stateOf(other));
     EXPECT_EQ(ui().txtSysExOut->text(), other.form().txtSysExOut->text()) << "the view follows";
     EXPECT_EQ(fake.clipboard.written, otherPlatform.clipboard.written)
         << "the same automatic copies, the cleaned messages last";
@@ -178,7 +169,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 struct DamageRow {
     const char* name;
-    const char* file;  // empty: no file is written
+    const char* file;  // "missing...": no file is written; ending in /: a folder
     ByteArray bytes;
     const char* title;
     std::vector<const char*> said;  // parts of the prompt
@@ -194,8 +185,13 @@ TEST_P(DamagedFileTest, ItsProblemIsToldAndNothingChanges) {
     QTest::keyClicks(ui().txtTextIn, QStringLiteral("Mine"));
     const WindowState before = state();
     const std::size_t copies = fake.clipboard.written.size();
-    const QString target = *row.file == '\0' ? path(QStringLiteral("missing.syx"))
-                                             : write(QLatin1String(row.file), row.bytes);
+    const QString name = QLatin1String(row.file);
+    const QString target = path(name.endsWith('/') ? name.chopped(1) : name);
+    if (name.endsWith('/')) {
+        QDir(files.path()).mkdir(name);
+    } else if (!name.startsWith(QLatin1String("missing"))) {
+        write(name, row.bytes);
+    }
 
     choose("actionOpen", {target});
 
@@ -215,21 +211,23 @@ TEST_P(DamagedFileTest, ItsProblemIsToldAndNothingChanges) {
     EXPECT_TRUE(recentShown().isEmpty());
 }
 
-const ByteArray kText = Bytes("F0 41 10 45 12 10 00 00 48 69 3F F7");
+const ByteArray kText = Hex("F0 41 10 45 12 10 00 00 48 69 3F F7");
 
 INSTANTIATE_TEST_SUITE_P(
     Files, DamagedFileTest,
     ::testing::Values(
-        DamageRow{"NotFound", "", {}, "Cannot open file", {"The file was not found."}},
+        DamageRow{"NotFound", "missing", {}, "Cannot open file", {"The file was not found."}},
+        DamageRow{
+            "Folder", "folder.syx/", {}, "Cannot open file", {"This is a folder, not a file."}},
         DamageRow{"Empty", "empty.syx", {}, "Cannot open file", {"The file is empty."}},
         DamageRow{"NotAMidiFile",
                   "letter.mid",
-                  Bytes("48 65 6C 6C 6F"),
+                  Hex("48 65 6C 6C 6F"),
                   "Cannot open file",
                   {"It is not a MIDI file: a MIDI file starts with the letters MThd."}},
         DamageRow{"MidiChunkRunsPastTheEnd",
                   "cut.mid",
-                  Join({Header(0, 1, 96), Bytes("4D 54 72 6B 00 00 01 00 00 F0 03")}),
+                  Join({Header(0, 1, 96), Hex("4D 54 72 6B 00 00 01 00 00 F0 03")}),
                   "Cannot open file",
                   {"It cannot be read as a MIDI file.",
                    "At byte 18: chunk length 256 runs past the end of the file"}},
@@ -240,12 +238,12 @@ INSTANTIATE_TEST_SUITE_P(
                   {"It holds no SysEx message."}},
         DamageRow{"SyxOfStrayBytesOnly",
                   "stray.syx",
-                  Bytes("41 10 42"),
+                  Hex("41 10 42"),
                   "Cannot open file",
                   {"It holds no SysEx message.\r\n\r\nAt byte 0: 3 bytes outside any message."}},
         DamageRow{"SyxCutOffAtTheEnd",
                   "cut.syx",
-                  Join({kText, Bytes("F0 41 10")}),
+                  Join({kText, Hex("F0 41 10")}),
                   "Damaged file",
                   {"At byte 12: message cut off by the end of the file (3 bytes, no F7).",
                    "Open the one complete message that could be read anyway?"}},
@@ -257,28 +255,20 @@ INSTANTIATE_TEST_SUITE_P(
             {"At byte 37: SysEx message never ends"}},
         DamageRow{"HexTextNotHex",
                   "notes.txt",
-                  Bytes("46 30 20 34 47 20 46 37"),
+                  Hex("46 30 20 34 47 20 46 37"),
                   "Cannot open file",
                   {"It holds a character that is not a hex digit"}},
         DamageRow{"HexTextNotSysEx",
                   "words.txt",
-                  Bytes("34 31 20 31 30 20 46 37"),
+                  Hex("34 31 20 31 30 20 46 37"),
                   "Cannot open file",
                   {"does not begin with F0 and end with F7"}}),
     [](const auto& info) { return std::string(info.param.name); });
 
-TEST_F(FileMenuTest, AFolderIsNoFile) {
-    QDir(files.path()).mkdir(QStringLiteral("folder.syx"));
-    choose("actionOpen", {path(QStringLiteral("folder.syx"))});
-    ASSERT_EQ(fake.prompts.shown.size(), 1u);
-    EXPECT_TRUE(
-        fake.prompts.shown[0].prompt.endsWith(QStringLiteral("This is a folder, not a file.")));
-}
-
 // A damaged file's complete messages, once the user says yes, are opened like any file's.
 TEST_F(FileMenuTest, TheCompleteMessagesOfADamagedFileOnRequest) {
     fake.prompts.answers.push_back(Prompts::Answer::Yes);
-    choose("actionOpen", {write(QStringLiteral("cut.syx"), Join({kText, Bytes("F0 41 10")}))});
+    choose("actionOpen", {write(QStringLiteral("cut.syx"), Join({kText, Hex("F0 41 10")}))});
     ASSERT_EQ(fake.prompts.shown.size(), 1u);
     EXPECT_EQ(fake.prompts.shown[0].buttons, Prompts::Buttons::YesNo);
     EXPECT_EQ(fake.prompts.shown[0].defaultAnswer, Prompts::Answer::No);
