@@ -63,17 +63,18 @@ begin_e2e() {  # begin_e2e TOOL...
 }
 
 # Starts Xvfb on a display number of its own and waits until it answers; returns 1 when
-# none can be started. The number is drawn at random from a wide range rather than taken as
-# the lowest free one: a server that another test is just shutting down removes its socket
-# file on the way out, and a new server that took over that number would lose its socket
-# with it, leaving the program unable to connect.
+# none can be started. -noreset: by default the server starts itself over whenever its last
+# client leaves (the readiness check, a copy of the program that ended), and a client that
+# connects in that moment is turned away; under load one start in a few hundred failed so.
+# The number is drawn at random from a wide range rather than taken as the lowest free one,
+# so that a display a test has just given up is not at once another test's.
 start_xvfb() {
   command -v Xvfb >/dev/null || { echo "Xvfb is not installed"; return 1; }
   local attempt i n
   for attempt in $(seq 20); do
     n=$((200 + RANDOM % 30000))
     [[ -e "/tmp/.X$n-lock" || -e "/tmp/.X11-unix/X$n" ]] && continue
-    Xvfb ":$n" -screen 0 1024x768x24 -nolisten tcp >"$E2E_TMP/xvfb.log" 2>&1 &
+    Xvfb ":$n" -screen 0 1024x768x24 -nolisten tcp -noreset >"$E2E_TMP/xvfb.log" 2>&1 &
     XVFB_PID=$!
     export DISPLAY=":$n"
     for i in $(seq 100); do
