@@ -15,15 +15,19 @@ std::optional<QByteArray> ReadInput(const QString& path, QString& error) {
     const bool open = path == QLatin1String("-")
                           ? file.open(stdin, QIODevice::ReadOnly)
                           : (file.setFileName(path), file.open(QIODevice::ReadOnly));
-    if (!open) {
+    QByteArray bytes;
+    if (open) bytes = file.readAll();
+    if (!open || file.error() != QFileDevice::NoError) {
         error = QStringLiteral("%1: cannot be read: %2").arg(DisplayName(path), file.errorString());
         return std::nullopt;
     }
-    QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        error = QStringLiteral("%1: cannot be read: %2").arg(DisplayName(path), file.errorString());
-        return std::nullopt;
-    }
+    return bytes;
+}
+
+std::optional<QByteArray> ReadInputOrSay(const QString& path) {
+    QString error;
+    std::optional<QByteArray> bytes = ReadInput(path, error);
+    if (!bytes) PrintError(error);
     return bytes;
 }
 

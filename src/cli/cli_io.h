@@ -14,6 +14,8 @@ namespace lumidot::cli {
 // The whole content of a file, or of standard input for "-". Nothing, with error set, when
 // it cannot be read.
 std::optional<QByteArray> ReadInput(const QString& path, QString& error);
+// The same, saying why on standard error when the input cannot be read.
+std::optional<QByteArray> ReadInputOrSay(const QString& path);
 
 // Writes a whole file at once: a file that exists is replaced only when the new one is
 // complete. False, with error set, when it cannot be written.

@@ -50,12 +50,8 @@ void AddProblems(QJsonObject& json, const std::vector<FileProblem>& problems,
 int Describe(const Options& options, const std::string& codePage) {
     const QString path = options.arguments.isEmpty() ? QStringLiteral("-") : options.arguments[0];
     const QString name = DisplayName(path);
-    QString readError;
-    const std::optional<QByteArray> input = ReadInput(path, readError);
-    if (!input) {
-        PrintError(readError);
-        return kBadInput;
-    }
+    const std::optional<QByteArray> input = ReadInputOrSay(path);
+    if (!input) return kBadInput;
 
     WindowModel model(codePage);
     model.setPrefix(options.layout.prefix);
@@ -107,12 +103,8 @@ int Describe(const Options& options, const std::string& codePage) {
 int Repair(const Options& options) {
     const QString& in = options.arguments[0];
     const QString& out = options.arguments[1];
-    QString ioError;
-    const std::optional<QByteArray> input = ReadInput(in, ioError);
-    if (!input) {
-        PrintError(ioError);
-        return kBadInput;
-    }
+    const std::optional<QByteArray> input = ReadInputOrSay(in);
+    if (!input) return kBadInput;
     std::vector<std::uint8_t> file(input->begin(), input->end());
     const FileKind kind = GuessFileKind(file, in.toStdString());
     if (kind == FileKind::HexText) {
@@ -128,8 +120,9 @@ int Repair(const Options& options) {
     }
     const QByteArray repaired(reinterpret_cast<const char*>(file.data()),
                               static_cast<qsizetype>(file.size()));
-    if (!WriteOutput(out, repaired, ioError)) {
-        PrintError(ioError);
+    QString writeError;
+    if (!WriteOutput(out, repaired, writeError)) {
+        PrintError(writeError);
         return kBadInput;
     }
 

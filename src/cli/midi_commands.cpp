@@ -29,12 +29,12 @@ struct Outgoing {
     ByteArray bytes;
 };
 
-// The MIDI system asked for by --api, else by the environment; nothing (and why, in error)
-// when the environment names one we do not know.
-std::optional<device::MidiApi> ChosenApi(const Options& options, QString& error) {
+// The MIDI system asked for by --api, else by the environment; nothing (saying why on
+// standard error) when the environment names one we do not know.
+std::optional<device::MidiApi> ChosenApi(const Options& options) {
     if (!options.api.isEmpty()) return device::ParseMidiApi(options.api.toStdString());
     const auto api = device::MidiApiFromEnvironment();
-    if (!api) error = QString::fromStdString(device::MidiApiVariableProblem());
+    if (!api) PrintError(QString::fromStdString(device::MidiApiVariableProblem()));
     return api;
 }
 
@@ -118,12 +118,8 @@ QString PortToUse(const Options& options) {
 }  // namespace
 
 int Ports(const Options& options) {
-    QString apiError;
-    const auto api = ChosenApi(options, apiError);
-    if (!api) {
-        PrintError(apiError);
-        return kUsageError;
-    }
+    const auto api = ChosenApi(options);
+    if (!api) return kUsageError;
     const device::PortList ports = device::MakeProgramPort(api, kClientName)->list();
     if (ports.problem) {
         PrintError(ProblemLine(ports.problem));
@@ -136,12 +132,8 @@ int Ports(const Options& options) {
 }
 
 int Send(const Options& options) {
-    QString apiError;
-    const auto api = ChosenApi(options, apiError);
-    if (!api) {
-        PrintError(apiError);
-        return kUsageError;
-    }
+    const auto api = ChosenApi(options);
+    if (!api) return kUsageError;
     const QString port = PortToUse(options);
     if (port.isEmpty()) {
         PrintError(
@@ -150,12 +142,8 @@ int Send(const Options& options) {
         return kUsageError;
     }
     const QString& path = options.arguments[0];
-    QString readError;
-    const std::optional<QByteArray> input = ReadInput(path, readError);
-    if (!input) {
-        PrintError(readError);
-        return kBadInput;
-    }
+    const std::optional<QByteArray> input = ReadInputOrSay(path);
+    if (!input) return kBadInput;
     std::vector<Outgoing> outgoing;
     bool damaged = false;
     if (!ReadOutgoing(*input, path, options.layout, outgoing, damaged)) return kBadInput;
